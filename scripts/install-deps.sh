@@ -1,0 +1,26 @@
+#!/usr/bin/env bash
+# Installs everything Quillon needs to build, test and run, from Debian's packages.
+set -euo pipefail
+
+packages=(
+  cmake ninja-build g++ pkg-config
+  libicu-dev
+  nlohmann-json3-dev
+  googletest libgtest-dev libgmock-dev libbenchmark-dev
+  locales
+)
+
+sudo=""
+if [ "$(id -u)" -ne 0 ]; then sudo="sudo"; fi
+
+missing=()
+for p in "${packages[@]}"; do
+  dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q "install ok installed" || missing+=("$p")
+done
+if [ "${#missing[@]}" -gt 0 ]; then
+  echo "Installing: ${missing[*]}"
+  $sudo apt-get update -qq
+  DEBIAN_FRONTEND=noninteractive $sudo apt-get install -y -qq --no-install-recommends "${missing[@]}"
+else
+  echo "All build dependencies are installed."
+fi

@@ -1,0 +1,389 @@
+// The forms layer: logical controls with the properties the ticket uses, the rule that a
+// write runs the control's handler before it returns, control arrays with gaps, frames that
+// disable what they hold, focus, and a change signal that views observe.
+#pragma once
+
+#include <functional>
+#include <map>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "platform/runtime_error.h"
+#include "platform/types.h"
+
+namespace quillon {
+
+class Form;
+class MessageLoop;
+
+enum class ControlKind {
+  Surface,        // the ticket's own surface
+  Frame,
+  Label,
+  TextBox,
+  CommandButton,
+  OptionButton,
+  ComboBox,       // a drop-down list
+  Timer,
+  UpDown,         // a spinner
+  MonthView,      // a month calendar
+  HtmlClient,
+  Line,
+};
+
+const char* KindName(ControlKind kind);
+
+// What a change signal says changed.
+enum class ControlProperty {
+  Visible, Enabled, Caption, Text, Value, BackColor, ForeColor, FontStrikethru, Locked,
+  Selection, ListIndex, List, Interval, Geometry, DateRange, Focus,
+};
+
+enum class Alignment { Left, Right, Center };
+
+struct Font {
+  std::string name = "MS Sans Serif";
+  double size = 8.25;
+  bool bold = false;
+};
+
+// System colours, as 0x8000_00nn values.
+namespace SystemColour {
+constexpr Long kMenu = static_cast<Long>(0x80000004);
+constexpr Long kWindowText = static_cast<Long>(0x80000008);
+constexpr Long kHighlightText = static_cast<Long>(0x8000000E);
+constexpr Long kButtonFace = static_cast<Long>(0x8000000F);
+constexpr Long kButtonShadow = static_cast<Long>(0x80000010);
+constexpr Long kThreeDLight = static_cast<Long>(0x80000014);
+}  // namespace SystemColour
+
+class Control {
+ public:
+  Control(Form& form, ControlKind kind, std::string name, int index = -1);
+  virtual ~Control();
+  Control(const Control&) = delete;
+  Control& operator=(const Control&) = delete;
+
+  Form& form() const { return form_; }
+  ControlKind kind() const { return kind_; }
+  const std::string& name() const { return name_; }
+  int index() const { return index_; }  // -1 for a control outside an array
+  // "cmdOKCancel(3)", or the plain name.
+  std::string fullName() const;
+  Control* parent() const { return parent_; }
+  const std::vector<Control*>& children() const { return children_; }
+  void setParent(Control* parent);  // design time only
+
+  bool Visible() const { return visible_; }
+  void setVisible(bool v);
+  bool Enabled() const { return enabled_; }
+  void setEnabled(bool v);
+  const std::string& Caption() const { return caption_; }
+  void setCaption(const std::string& v);
+  Long BackColor() const { return backColor_; }
+  void setBackColor(Long v);
+  Long ForeColor() const { return foreColor_; }
+  void setForeColor(Long v);
+  bool FontStrikethru() const { return strikethru_; }
+  void setFontStrikethru(bool v);
+  double Left() const { return left_; }
+  double Top() const { return top_; }
+  double Width() const { return width_; }
+  double Height() const { return height_; }
+  void setLeft(double v);
+  void setTop(double v);
+  void setWidth(double v);
+  void setHeight(double v);
+
+  // Design-time settings, read by views.
+  int tabIndex = -1;
+  Alignment alignment = Alignment::Left;
+  Font font;
+  bool transparent = false;  // a label that lets its container show through
+  bool wordWrap = false;
+  bool border = true;        // frames: a frame with no border is a plain area
+
+  // Whether the control shows: it and every container visible.
+  bool isShowing() const;
+  // Whether the control takes input: it and every container enabled.
+  bool isEffectivelyEnabled() const;
+
+  // Moves the focus here: the old control's lost-focus handler, then this one's got-focus
+  // handler. Raises "Invalid procedure call" on a control that is hidden or disabled.
+  void SetFocus();
+
+  // Handlers every focusable control may have.
+  std::function<void()> onGotFocus;
+  std::function<void()> onLostFocus;
+
+ protected:
+  void changed(ControlProperty what);
+
+ private:
+  Form& form_;
+  ControlKind kind_;
+  std::string name_;
+  int index_;
+  Control* parent_ = nullptr;
+  std::vector<Control*> children_;
+  bool visible_ = true;
+  bool enabled_ = true;
+  bool strikethru_ = false;
+  std::string caption_;
+  Long backColor_ = SystemColour::kButtonFace;
+  Long foreColor_ = SystemColour::kWindowText;
+  double left_ = 0, top_ = 0, width_ = 0, height_ = 0;
+};
+
+// The ticket's surface, frames, labels and the HTML client carry nothing beyond the common
+// properties.
+class Surface : public Control {
+ public:
+  Surface(Form& form, std::string name, int index = -1)
+      : Control(form, ControlKind::Surface, std::move(name), index) {}
+};
+class Frame : public Control {
+ public:
+  Frame(Form& form, std::string name, int index = -1)
+      : Control(form, ControlKind::Frame, std::move(name), index) {}
+};
+class Label : public Control {
+ public:
+  Label(Form& form, std::string name, int index = -1)
+      : Control(form, ControlKind::Label, std::move(name), index) {}
+};
+class HtmlClient : public Control {
+ public:
+  HtmlClient(Form& form, std::string name, int index = -1)
+      : Control(form, ControlKind::HtmlClient, std::move(name), index) {}
+};
+
+class CommandButton : public Control {
+ public:
+  CommandButton(Form& form, std::string name, int index = -1);
+  std::function<void()> onClick;
+};
+
+class OptionButton : public Control {
+ public:
+  OptionButton(Form& form, std::string name, int index = -1);
+  bool Value() const { return value_; }
+  // False to true clears the other option buttons of the same container (no handler) and
+  // then runs the click handler; false, or the value it has, runs nothing.
+  void setValue(bool v);
+  std::function<void()> onClick;
+
+ private:
+  bool value_ = false;
+};
+
+class TextBox : public Control {
+ public:
+  TextBox(Form& form, std::string name, int index = -1);
+  const std::string& Text() const { return text_; }
+  // A text that differs from the present one runs the change handler before returning.
+  void setText(const std::string& v);
+  bool Locked() const { return locked_; }
+  void setLocked(bool v);
+  Long SelStart() const { return selStart_; }
+  Long SelLength() const { return selLength_; }
+  // Positions count characters (code points), not bytes; out-of-range values are clamped.
+  void setSelStart(Long v);
+  void setSelLength(Long v);
+  int maxLength = 0;  // 0: no limit
+
+  std::function<void()> onChange;
+  std::function<void(Integer& keyAscii)> onKeyPress;
+
+ private:
+  std::string text_;
+  bool locked_ = false;
+  Long selStart_ = 0;
+  Long selLength_ = 0;
+};
+
+struct ListItem {
+  std::string text;
+  Long data = 0;
+};
+
+class ComboBox : public Control {
+ public:
+  ComboBox(Form& form, std::string name, int index = -1);
+  Long ListIndex() const { return listIndex_; }
+  // Another entry runs the click handler; -1 clears the choice; an index past the list
+  // raises "Invalid procedure call".
+  void setListIndex(Long v);
+  Long ListCount() const { return static_cast<Long>(items_.size()); }
+  const std::vector<ListItem>& items() const { return items_; }
+  const std::string& List(Long i) const;    // "Invalid procedure call" outside the list
+  Long ItemData(Long i) const;               // likewise
+  void setItemData(Long i, Long data);
+  void AddItem(const std::string& text);     // at the end
+  void Clear();                              // empties the list, ListIndex -1
+  // The text of the chosen entry, or empty.
+  std::string Text() const;
+
+  std::function<void()> onClick;
+
+ private:
+  std::vector<ListItem> items_;
+  Long listIndex_ = -1;
+};
+
+class Timer : public Control {
+ public:
+  Timer(Form& form, std::string name, int index = -1);
+  ~Timer() override;
+  Long Interval() const { return interval_; }
+  // Enabled with an Interval above 0 runs the timer handler at each expiry; writing either
+  // property restarts the count.
+  void setInterval(Long v);
+  void setTimerEnabled(bool v);
+  bool TimerEnabled() const { return Enabled(); }
+  // Called by the message loop at an expiry.
+  void fire();
+
+  std::function<void()> onTimer;
+
+ private:
+  void reschedule();
+  Long interval_ = 0;
+};
+
+class UpDown : public Control {
+ public:
+  UpDown(Form& form, std::string name, int index = -1);
+  Long Value() const { return value_; }
+  // A new value within Min..Max runs the change handler; the same value runs nothing.
+  void setValue(Long v);
+  Long Min = -1;
+  Long Max = 1;
+
+  std::function<void()> onChange;
+  std::function<void()> onMouseUp;
+
+ private:
+  Long value_ = 0;
+};
+
+class MonthView : public Control {
+ public:
+  MonthView(Form& form, std::string name, int index = -1);
+  Date Value() const { return value_; }
+  // The selected day, clamped to MinDate..MaxDate; runs no handler.
+  void setValue(Date v);
+  Date MinDate() const { return minDate_; }
+  Date MaxDate() const { return maxDate_; }
+  void setMinDate(Date v);
+  void setMaxDate(Date v);
+
+  std::function<void(Date)> onDateClick;
+  std::function<void(Integer& keyAscii)> onKeyPress;
+
+ private:
+  Date value_ = 0;
+  Date minDate_ = -657434;  // 1 Jan 100
+  Date maxDate_ = 2958465;  // 31 Dec 9999
+};
+
+class Line : public Control {
+ public:
+  Line(Form& form, std::string name, int index = -1);
+  double X1 = 0, Y1 = 0, X2 = 0, Y2 = 0;
+  Long BorderColor = SystemColour::kWindowText;
+};
+
+// A control array: elements by index, with gaps. Asking for a missing element raises
+// "Subscript out of range".
+template <typename T>
+class ControlArray {
+ public:
+  explicit ControlArray(std::string name) : name_(std::move(name)) {}
+  T& operator()(int index) const {
+    auto it = elements_.find(index);
+    if (it == elements_.end()) Raise(kSubscriptOutOfRange);
+    return *it->second;
+  }
+  bool has(int index) const { return elements_.count(index) != 0; }
+  void add(int index, T& element) { elements_[index] = &element; }
+  const std::string& name() const { return name_; }
+  const std::map<int, T*>& elements() const { return elements_; }
+
+ private:
+  std::string name_;
+  std::map<int, T*> elements_;
+};
+
+// Why a user action on a control is refused, or nullptr when the control takes it.
+// "hidden": the control or a frame that holds it is hidden; "disabled": likewise disabled.
+const char* InputRefusal(const Control& control);
+
+// The owner of the controls: creation at design time, lookup by name, focus, the change
+// signal, and the platform's user events.
+class Form {
+ public:
+  explicit Form(MessageLoop& loop);
+  ~Form();
+  Form(const Form&) = delete;
+  Form& operator=(const Form&) = delete;
+
+  MessageLoop& loop() const { return loop_; }
+
+  // Creates a control at design time; the form owns it. Its container is `parent`.
+  template <typename T>
+  T& create(std::string name, int index, Control* parent) {
+    auto control = std::make_unique<T>(*this, std::move(name), index);
+    T& ref = *control;
+    adopt(std::move(control), parent);
+    return ref;
+  }
+
+  // Every control in creation order (the order of the control collection).
+  const std::vector<Control*>& controls() const { return order_; }
+  // A control by "name" or "name(index)"; nullptr if the form has none such.
+  Control* find(const std::string& fullName) const;
+
+  Control* focused() const { return focused_; }
+  void moveFocus(Control* to);  // lost-focus of the old, then got-focus of the new
+
+  // The change signal: called after every property write that changed something.
+  using Observer = std::function<void(Control&, ControlProperty)>;
+  int addObserver(Observer observer);
+  void removeObserver(int id);
+  void notify(Control& control, ControlProperty what);
+
+  // User input, as the platform delivers it. Each returns false, and does nothing, when the
+  // control does not take input (InputRefusal).
+  bool userClick(Control& control);
+  bool userFocus(Control& control);
+  // One key stroke into a text box: the key-press handler (which may cancel the key by
+  // setting it to 0), then the character replaces the selection or goes at the end (a
+  // locked box takes none, a full box no more; 8 deletes back), then the change handler if
+  // the text changed.
+  bool userKey(TextBox& box, Integer keyAscii);
+  // Types a UTF-8 text, one key stroke per character; "\b" deletes back.
+  bool userType(TextBox& box, const std::string& text);
+  // The whole text replaced in one change, no key-press.
+  bool userPaste(TextBox& box, const std::string& text);
+  // A spinner click: the value goes to 1 (up) or -1 (down), then the mouse is released.
+  bool userSpin(UpDown& spinner, bool up);
+  bool userSelect(ComboBox& list, Long index);
+  // A day clicked in a month calendar: its value, then its date-click handler.
+  bool userDateClick(MonthView& calendar, Date day);
+  bool userCalendarKey(MonthView& calendar, Integer keyAscii);
+
+ private:
+  void adopt(std::unique_ptr<Control> control, Control* parent);
+
+  MessageLoop& loop_;
+  std::vector<std::unique_ptr<Control>> owned_;
+  std::vector<Control*> order_;
+  std::map<std::string, Control*> byName_;
+  Control* focused_ = nullptr;
+  std::map<int, Observer> observers_;
+  int nextObserver_ = 1;
+};
+
+}  // namespace quillon

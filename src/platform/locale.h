@@ -1,0 +1,33 @@
+// The user's locale: the signs and names that number and date texts are written with.
+#pragma once
+
+#include <array>
+#include <string>
+
+namespace quillon {
+
+class Locale {
+ public:
+  // The locale of a name such as "en_US" or "de_DE", its data taken from ICU. An unknown
+  // name gets ICU's fallback for it (in the end the root locale: "." and ",").
+  static Locale ByName(const std::string& name);
+  // en_US.
+  static const Locale& Default();
+
+  const std::string& name() const { return name_; }
+  const std::string& decimalSign() const { return decimal_; }
+  const std::string& groupingSign() const { return grouping_; }
+  // Short month name, month 1 to 12 ("Jan", "Feb" ... in English; "Jan", "Feb", "Mär" ... in
+  // German), without a trailing period.
+  const std::string& shortMonthName(int month) const { return shortMonths_.at(month - 1); }
+  const std::string& longMonthName(int month) const { return longMonths_.at(month - 1); }
+
+ private:
+  std::string name_;
+  std::string decimal_ = ".";
+  std::string grouping_ = ",";
+  std::array<std::string, 12> shortMonths_{};
+  std::array<std::string, 12> longMonths_{};
+};
+
+}  // namespace quillon

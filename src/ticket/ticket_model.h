@@ -1,0 +1,306 @@
+// Clientticket: one FX order ticket. One class, its procedures defined by subsystem:
+//   ticket/       the host interface, intake and routing, display states, the form, messages,
+//                 the trade confirmation
+//   entry/        order type and validity, quantities, limit and stop, the order checks
+//   prices/       the price feed, the price selection, the text of prices
+//   submission/   the order statement, placing, withdrawing and closing
+//   quotes/       quote intake, countdown and answers
+//   valuedates/   the settlement calendar, forward instruments, the date picker
+//   accounts/     accounts and equity
+//   language/     the string table and the translation of captions
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "platform/holidays.h"
+#include "platform/locale.h"
+#include "platform/message_loop.h"
+#include "platform/printer.h"
+#include "platform/types.h"
+#include "platform/variant.h"
+#include "ticket/form.h"
+#include "ticket/host_interface.h"
+#include "ticket/records.h"
+
+namespace quillon {
+
+// The data of one ticket, in declared order.
+struct TicketMembers {
+  std::vector<AccountRec> Accounts;  // lower bound 0; element 0 stays empty
+  AccountRec CurrentAccount;         // its PriceProfile is the AccountPriceProfile
+  Long TradeID = 0;
+  Long OrderID = 0;
+  Long AccountID = 0;
+  Long InstrumentID = 0;
+  double Quantity = 0;
+  Long PrimarySecondaryQty = QTY_PRIMARY;
+  double Price = 0;  // only carried into the replay of a failed delivery
+  Date Duration = 0;
+  Date MarketTime = 0;
+  Date ValueDate = 0;
+  Long Status = ORDER_PLACED;
+  Long LinkID = 0;
+  Long Action = ACTION_NONE;
+  Integer Reason = 0;
+  Long CounterpartyID = 0;
+  std::string FreeFormat;
+  Long SystemID = 0;
+  Long CounterPartySystemID = 0;
+  Long PriceProfileID = 0;
+  Long OrderType = 0;
+  Long CompanyCtrPty = 0;
+  std::string CompanyName;
+  Long DealingGateway = 0;
+  Boolean Encrypt = false;
+  Integer Language = 0;
+  double MaxOrderSize = 0;
+  double MinOrderSize = 0;
+  Long PriceRequestGroup = 0;
+  Date TradingDayEnd = 0;
+  Integer AccountType = 0;
+  Boolean AllowMarket = false;
+  Boolean AllowQuote = false;
+  Boolean AllowPending = false;
+  Boolean FixedSize = false;
+  Boolean LiveFlag = false;
+  Long DummyLive = DUMMY_TRADING;
+  double MarketPrice = 0;
+  double LimitPrice = 0;
+  double StopPrice = 0;
+  double Bid = 0;
+  double Offer = 0;
+  double Pip = 0;
+  Integer GID = 0;
+  InstrumentRec BaseInst;
+  InstrumentRec ValueInst;
+  std::string DecimalSeparator;
+  Boolean EquityShown = false;
+};
+
+// The platform services a ticket runs on. Any left empty gets a default: a headless message
+// loop, no bank holidays, a printer that drops the document, the en_US locale.
+struct TicketServices {
+  MessageLoop* loop = nullptr;
+  HolidayLibrary* holidays = nullptr;
+  HtmlPrinter* printer = nullptr;
+  const Locale* locale = nullptr;
+};
+
+// The services in use, with the defaults a ticket owns. A base of Clientticket, so that the
+// message loop exists before the form is built on it.
+class TicketPlatform {
+ public:
+  explicit TicketPlatform(TicketServices services);
+  ~TicketPlatform();
+
+ protected:
+  std::unique_ptr<MessageLoop> ownLoop_;
+  std::unique_ptr<HolidayLibrary> ownHolidays_;
+  std::unique_ptr<HtmlPrinter> ownPrinter_;
+  MessageLoop* loop_;
+  HolidayLibrary* holidays_;
+  HtmlPrinter* printer_;
+  const Locale* locale_;
+};
+
+class Clientticket : private TicketPlatform, private TicketMembers, private TicketForm {
+ public:
+  explicit Clientticket(TicketServices services = {});
+  ~Clientticket();
+  Clientticket(const Clientticket&) = delete;
+  Clientticket& operator=(const Clientticket&) = delete;
+
+  // The host that receives the events; nullptr for none. Not owned.
+  void setHost(ClientticketEvents* host);
+
+  // Read access for hosts, views and tests.
+  const TicketMembers& members() const { return *this; }
+  const TicketForm& form() const { return *this; }
+  // The form for views and hosts that deliver the user's input (Form's user events).
+  TicketForm& form() { return *this; }
+  const Locale& locale() const { return *locale_; }
+  MessageLoop& loop() const { return *loop_; }
+
+  // --- Properties, in interface order ---
+  std::string getCompanyName() const;
+  void setCompanyName(const std::string& value);
+  Long getLinkInstID() const;
+  Integer getAccountType() const;
+  void setAccountType(Integer value);
+  Long getInstrumentID() const;
+  double getMinOrderSize() const;
+  void setMinOrderSize(double value);
+  Long getCompanyCtrPty() const;
+  void setCompanyCtrPty(Long value);
+  Long getDealingGateway() const;
+  void setDealingGateway(Long value);
+  Boolean getEncrypt() const;
+  void setEncrypt(Boolean value);
+  Long getAccountID() const;
+  Long getPrimSec() const;
+  Integer getLanguage() const;
+  void setLanguage(Integer value);
+  Long getLinkID() const;
+  double getMaxOrderSize() const;
+  void setMaxOrderSize(double value);
+  Long getOrderID() const;
+  Long getPriceRequestGroup() const;
+  void setPriceRequestGroup(Long value);
+  Date getTradingDayEnd() const;
+  void setTradingDayEnd(Date value);
+
+  // --- Methods, in interface order. Every argument may be rewritten by the procedure. ---
+  Variant GuaranteedMsgAck(Long& FromID, Integer& GID, Boolean& Success);
+  void LoadAccount(Long& AccountID, std::string& AccountName, Long& PriceProfile);
+  Variant OrderGeneric(Long& FromID, Long& OrderID, Long& AccountID, Long& InstrumentID,
+                       double& Quantity, Long& PrimarySecondaryQty, double& Price,
+                       Long& OrderType, Date& Duration, Date& MarketTime, Date& ValueDate,
+                       Long& Status, Long& LinkID, Long& Action, Integer& Reason,
+                       Long& CounterpartyID, Long& DummyLive, std::string& FreeFormat,
+                       Long& SystemID, Boolean& Encrypt, Long& CounterPartySystemID,
+                       Long& PriceProfileID, double& Strike, Date& Expiry);
+  Variant OrderGenericCancel(Long& FromID, Long& OrderID, Long& AccountID, Long& InstrumentID,
+                             double& Quantity, Long& PrimarySecondaryQty, double& Price,
+                             Long& OrderType, Date& Duration, Date& MarketTime,
+                             Date& ValueDate, Long& Status, Integer& Reason,
+                             Long& CounterpartyID, Long& DummyLive, std::string& FreeFormat,
+                             Long& SystemID, Boolean& Encrypt, Long& CounterPartySystemID,
+                             Long& PriceProfileID, double& Strike, Date& Expiry);
+  Variant OrderGenericPending(Long& FromID, Long& OrderID, Long& AccountID,
+                              Long& InstrumentID, double& Quantity, Long& PrimarySecondaryQty,
+                              double& Price, Long& OrderType, Date& Duration, Date& MarketTime,
+                              Date& ValueDate, Long& Status, Long& LinkID, Long& Action,
+                              Integer& Reason, Long& CounterpartyID, Long& DummyLive,
+                              std::string& FreeFormat, Long& SystemID, Boolean& Encrypt,
+                              Long& CounterPartySystemID, Long& PriceProfileID);
+  Variant OrderGenericQuote(Long& FromID, Long& OrderID, Long& AccountID, Long& InstrumentID,
+                            double& Quantity, Long& PrimarySecondaryQty, double& Bid,
+                            double& Offer, Long& OrderType, Date& Duration, Date& MarketTime,
+                            Date& ValueDate, Long& Status, Integer& Reason,
+                            Long& CounterpartyID, Long& DummyLive, std::string& FreeFormat,
+                            Long& SystemID, Boolean& Encrypt, Long& CounterPartySystemID,
+                            Long& PriceProfileID, double& Strike, Date& Expiry);
+  Variant ReceivedEquity(Long& Account, double& Equity, double& TradingLimit);
+  void PriceGeneric(Long& InstrumentID, Long& CounterpartyID, double& Bid, double& Offer,
+                    Long& PriceType, Long& SourceID, Date& PriceTime);
+  Variant Initialise(Long& TradeID, Long& OrderID, Long& AccountID, Long& InstrumentID,
+                     double& Quantity, Long& PrimarySecondaryQty, double& Price, Long& OrderType,
+                     Date& Duration, Date& MarketTime, Date& ValueDate, Long& Status,
+                     Long& LinkID, Long& Action, Integer& Reason, Long& CounterpartyID,
+                     Long& DummyLive, std::string& FreeFormat, Long& SystemID,
+                     Long& CounterPartySystemID, Long& PriceProfileID, double& Strike,
+                     Date& Expiry);
+  Variant TradeGeneric(Long& FromID, Long& TradeID, Long& AccountID, Long& InstrumentID,
+                       double& Quantity, Long& PrimarySecondaryQty, double& Price,
+                       Long& TradeType, Date& MarketTime, Date& ValueDate, Long& Status,
+                       Integer& Reason, Long& OrderID, Long& CounterpartyID, Long& LinkID,
+                       Long& DummyLive, std::string& FreeFormat, Long& SystemID,
+                       Boolean& Encrypt, Long& CounterPartySystemID, Long& PriceProfileID,
+                       double& Strike, Date& Expiry);
+  Boolean Valid_Value_Date(Long& lInstID, Date& dtValue);
+  Date Get_Settlement_Day(Date& dTradeDate, Date& dtForward, Long& lInstID);
+
+ private:
+  friend struct TicketProbe;  // tests reach the private procedures through it
+
+  // --- ticket/: wrappers of the question events ---
+  Boolean Is_Connected();
+  Integer Get_GID();
+  std::string Get_Reason_Desc(Integer Reason);
+  Date Get_System_Time();
+  PriceRec Price_Get_Array(Long InstrumentID, Long SourceID, Long& PriceProfileID);
+  InstrumentRec Inst_Get_Array(Long InstrumentID);
+  Boolean Inst_Get_Array_All(Long& BaseID, Long& ValueID, Long& LinkID, Long& SourceID,
+                             Integer& InstType, Integer& Term, Date& Expiry, Integer& Status,
+                             Variant& InstrumentIDArray, Variant& BaseIDArray,
+                             Variant& ValueIDArray, Variant& LinkIDArray,
+                             Variant& SourceIDArray);
+
+  // --- ticket/: the form ---
+  void UserControl_Initialize();
+  void Enable(Boolean bEnable);
+  void Set_Ticket_Colour(Long lColour, Long lEditColour);
+  void BindHandlers();
+
+  // --- ticket/: intake, routing and display states ---
+  void Show_Status(const PriceRec& price, const InstrumentRec& inst, double messagePrice);
+  void Show_Blank_Form(const PriceRec& price, const InstrumentRec& inst);
+
+  // --- ticket/: trade confirmation ---
+  std::string Get_Pair_Desc();
+  void Show_Trade_Confirm();
+  void Print_Trade_Confirm(std::string& sText, Long& lTradeID);
+
+  // --- entry/ ---
+  void optType_Click(Integer Index);
+  void optBuySell_Click(Integer Index);
+  void optValid_Click(Integer Index);
+  void Set_Valid_Option();
+  double VtDbl(const std::string& Text);
+  void Update_Quantities();
+  void txtPrimQty_Change();
+  void txtPrimQty_GotFocus();
+  void txtPrimQty_KeyPress(Integer& KeyAscii);
+  void txtPrimQty_LostFocus();
+  void txtSecQty_Change();
+  void txtSecQty_GotFocus();
+  void txtSecQty_KeyPress(Integer& KeyAscii);
+  void txtSecQty_LostFocus();
+  void udPrim_Change();
+  void udPrim_MouseUp();
+  void udSec_Change();
+  void udSec_MouseUp();
+  void cmdContract_Click(Integer Index);
+  void txtPrice_Change();
+  void txtLimit_Change();
+  void txtStop_Change();
+  void udLimit_Change();
+  void udLimit_MouseUp();
+  void udStop_Change();
+  void udStop_MouseUp();
+  Boolean Check_Order();
+  double Contract_Remainder(double Quantity, Long ContractSize);
+
+  // --- prices/ ---
+  void Check_Price(Boolean bReset);
+  std::string Single_Price_As_String(double Price, double Pip);
+  std::string Spread_Price_As_String(double Bid, double Offer, double Pip);
+  std::string Change_Chars(std::string& Source, const std::string& Find,
+                           const std::string& Replace);
+
+  // --- submission/ ---
+  void Show_Order_Confirm();
+  void cmdOKCancel_Click(Integer Index);
+  void cmdBuySell_Click(Integer Index);
+  void Timer1_Timer();
+
+  // --- quotes/ ---
+  void cmdQuote_Click(Integer Index);
+
+  // --- valuedates/ ---
+  Date Trading_Day_Of(Date dt);
+  Long Find_New_Inst(Long& lInstID, Date& dtValue);
+  Boolean Get_Inst_Family(Long lInstID, std::vector<Long>& Family);
+  void cmdValue_Click();
+  void calValueDate_DateClick(Date DateClicked);
+  void calValueDate_KeyPress(Integer& KeyAscii);
+
+  // --- accounts/ ---
+  void cmbAccount_Click();
+
+  // --- language/ ---
+  // Resource string n in the ticket's language; raises a run-time error when there is none.
+  std::string LoadResString(double n);
+
+  // --- events and errors ---
+  ClientticketEvents& host() { return *host_; }
+  // Raises ErrorMsg for a stop-and-report procedure that met `error`.
+  void Report(const RuntimeError& error, const char* functionName, bool withText);
+  void yield();
+
+  ClientticketEvents* host_;
+};
+
+}  // namespace quillon

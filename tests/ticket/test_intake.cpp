@@ -1,0 +1,286 @@
+// Initialise: whether a message belongs to the ticket, how it is loaded, and its error path.
+
+#include "ticket/ticket_fixture.h"
+
+namespace quillon {
+namespace {
+
+class IntakeTest : public TicketTest {
+ protected:
+  // Puts the ticket into a state as if earlier messages had left it there.
+  void Hold(Long status, Long orderID, Long instrument, Long linkID = 0) {
+    ticket_->setLanguage(1);
+    ticket_->setAccountType(0x0004 | 0x0400 | 0x0080);
+    Msg m;
+    m.OrderID = 0;
+    m.InstrumentID = instrument;
+    m.Status = 0;
+    m.Quantity = 100000;
+    Initialise(m);  // order number 0 is taken by every ticket
+    probe().m().Status = status;
+    probe().m().OrderID = orderID;
+    probe().m().LinkID = linkID;
+  }
+  Msg Message(Long orderID, Long instrument, Long status) {
+    Msg m;
+    m.OrderID = orderID;
+    m.InstrumentID = instrument;
+    m.Status = status;
+    m.Quantity = 250000;
+    m.Price = 1.2;
+    return m;
+  }
+  bool Accepted(Msg m) {
+    const double before = this->m().Quantity;
+    Initialise(m);
+    return this->m().Quantity != before && this->m().Quantity == 250000;
+  }
+};
+
+TEST_F(IntakeTest, BelongingRulesInTheirOrder) {
+  struct Case {
+    const char* what;
+    Long ticketStatus, ticketOrder, ticketInstrument, ticketLink;
+    Long msgOrder, msgInstrument, msgStatus;
+    bool accepted;
+  };
+  const Case cases[] = {
+      {"own order number", 5, 77, kEurUsd, 0, 77, kGbpUsd, 2, true},
+      {"the linked order", 5, 77, kEurUsd, 78, 78, kEurUsd, 5, true},
+      {"order number 0 on any instrument", 5, 77, kEurUsd, 0, 0, kGbpUsd, 3, true},
+      {"foreign order, other instrument", 0, 0, kEurUsd, 0, 55, kGbpUsd, 1, false},
+      {"foreign order, ticket placed", 0, 0, kEurUsd, 0, 55, kEurUsd, 1, true},
+      {"first live answer to a sent order", 21, 0, kEurUsd, 0, 55, kEurUsd, 1, true},
+      {"live answer on another instrument", 21, 0, kEurUsd, 0, 55, kGbpUsd, 1, false},
+      {"pending is no first answer", 21, 0, kEurUsd, 0, 55, kEurUsd, 5, false},
+      {"sent order with a number adopts nothing", 21, 12, kEurUsd, 0, 55, kEurUsd, 1, false},
+      {"manual trade answers a manual trade", 20, 0, kEurUsd, 0, 55, kEurUsd, 20, true},
+      {"blank form takes no foreign order", -1, 0, kEurUsd, 0, 55, kEurUsd, 1, false},
+  };
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.what);
+    ticket_ = std::make_unique<Clientticket>(TicketServices{&loop_, nullptr, nullptr, &locale_});
+    ticket_->setHost(&host_);
+    Hold(c.ticketStatus, c.ticketOrder, c.ticketInstrument, c.ticketLink);
+    EXPECT_EQ(Accepted(Message(c.msgOrder, c.msgInstrument, c.msgStatus)), c.accepted);
+    EXPECT_FALSE(f().fraHide.Visible());
+    if (c.accepted) {
+      EXPECT_EQ(m().OrderID, c.msgOrder);
+      EXPECT_EQ(m().InstrumentID, c.msgInstrument);
+    } else {
+      EXPECT_EQ(m().OrderID, c.ticketOrder);
+      EXPECT_EQ(m().Status, c.ticketStatus);
+    }
+  }
+}
+
+TEST_F(IntakeTest, QuoteOnShowIgnoresValidToTradeOnly) {
+  Hold(4, 77, kEurUsd);
+  probe().f().fraQuote.setVisible(true);
+  EXPECT_FALSE(Accepted(Message(77, kEurUsd, ORDER_VALID_TO_TRADE)));
+  EXPECT_TRUE(f().fraQuote.Visible());
+  EXPECT_TRUE(Accepted(Message(77, kEurUsd, ORDER_ACTIVE)));
+  EXPECT_FALSE(f().fraQuote.Visible());
+}
+
+TEST_F(IntakeTest, EmbeddedOrderTypeIsReadFromManualOrdersOnly) {
+  OpenBlank();
+  struct Case {
+    Long type;
+    const char* text;
+    Long typeAfter;    // what the caller's argument holds afterwards
+    Long stored;       // the member
+  };
+  const Case cases[] = {
+      {MANUAL_ORDER, "x<OrderType=2>", 2, LIMIT_ORDER},
+      {MANUAL_ORDER, "<OrderType=4>", 4, OCO_ORDER},
+      {MANUAL_ORDER, "no marker", MANUAL_ORDER, MARKET_ORDER},
+      {MANUAL_ORDER, "<ordertype=2>", MANUAL_ORDER, MARKET_ORDER},  // case counts
+      {LIMIT_ORDER, "<OrderType=3>", LIMIT_ORDER, LIMIT_ORDER},
+  };
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.text);
+    Msg msg = Message(0, kEurUsd, 1);
+    msg.OrderType = c.type;
+    msg.FreeFormat = c.text;
+    msg.Price = 1.1111;
+    probe().m().LimitPrice = 0;
+    Initialise(msg);
+    EXPECT_EQ(msg.OrderType, c.typeAfter);
+    EXPECT_EQ(m().OrderType, c.stored);
+    EXPECT_EQ(m().LimitPrice, c.stored == LIMIT_ORDER ? 1.1111 : 0.0);
+  }
+}
+
+TEST_F(IntakeTest, MarkerWithoutDigitsGivesAnOrderTypeWithNoButton) {
+  OpenBlank();
+  Msg msg = Message(0, kEurUsd, 1);
+  msg.OrderType = MANUAL_ORDER;
+  msg.FreeFormat = "<OrderType=x1>";
+  Initialise(msg);
+  EXPECT_EQ(msg.OrderType, 0);
+  ASSERT_NE(host_.last("ErrorMsg"), nullptr);
+  EXPECT_EQ(host_.last("ErrorMsg")->args, (std::vector<std::string>{"9", "", "Initialise"}));
+}
+
+TEST_F(IntakeTest, OrderTypeWithoutButtonStopsHalfBuiltButStoresTheMessage) {
+  OpenBlank();
+  host_.events.clear();
+  const bool marketBefore = f().optType(1).Value();
+  Msg msg = Message(0, kEurUsd, ORDER_ACTIVE);
+  msg.OrderType = ONEWAY_QUOTE;
+  msg.Reason = 7;
+  Initialise(msg);
+  const RecordedEvent* error = host_.last("ErrorMsg");
+  ASSERT_NE(error, nullptr);
+  EXPECT_EQ(error->args, (std::vector<std::string>{"9", "", "Initialise"}));
+  EXPECT_EQ(host_.count("ErrorMsg"), 1);
+  EXPECT_EQ(m().Status, ORDER_ACTIVE);
+  EXPECT_EQ(m().OrderType, ONEWAY_QUOTE);
+  EXPECT_EQ(m().Reason, 7);
+  EXPECT_EQ(m().Quantity, 250000);
+  EXPECT_EQ(f().optType(1).Value(), marketBefore);
+  EXPECT_FALSE(f().fraHide.Visible());
+  // The display stage did not run: the blank form's words stay.
+  EXPECT_EQ(f().lblReason.Caption(), "Please enter your order details.");
+}
+
+TEST_F(IntakeTest, SideAndAmountsFollowTheSignedQuantity) {
+  OpenBlank();
+  Msg sell = Message(0, kEurUsd, ORDER_ACTIVE);
+  sell.Quantity = -5000;
+  Initialise(sell);
+  EXPECT_TRUE(f().optBuySell(1).Value());
+  EXPECT_FALSE(f().optBuySell(0).Value());
+  EXPECT_EQ(f().txtPrimQty.Text(), "5,000.00");
+  EXPECT_EQ(m().Quantity, -5000);
+  EXPECT_EQ(sell.Quantity, -5000);
+
+  Msg zero = Message(0, kEurUsd, ORDER_ACTIVE);
+  zero.Quantity = 0;
+  Initialise(zero);
+  EXPECT_TRUE(f().optBuySell(0).Value());
+
+  Msg secondary = Message(0, kEurUsd, ORDER_ACTIVE);
+  secondary.PrimarySecondaryQty = QTY_SECONDARY;
+  secondary.Price = 0;
+  secondary.Quantity = 125000;
+  Initialise(secondary);
+  EXPECT_EQ(f().txtPrimQty.Text(), "0.00");
+  EXPECT_EQ(f().txtSecQty.Text(), "125,000.00");
+
+  secondary.Price = 1.25;
+  Initialise(secondary);
+  EXPECT_EQ(f().txtPrimQty.Text(), "100,000.00");
+}
+
+TEST_F(IntakeTest, LoadsInstrumentPricesAndCaptions) {
+  OpenBlank();
+  Msg msg = Message(0, kEurUsd, ORDER_PENDING);
+  msg.OrderType = LIMIT_ORDER;
+  msg.Price = 1.23;
+  msg.ValueDate = 37320;  // 5 Mar 2002
+  msg.Duration = kNoDate;
+  Initialise(msg);
+  EXPECT_EQ(f().fraOrderEntry.Caption(), "Euro vs US Dollar");
+  EXPECT_EQ(f().Label1(4).Caption(), "EUR");
+  EXPECT_EQ(f().Label1(6).Caption(), "USD");
+  EXPECT_EQ(f().lblValueDate.Caption(), "05-Mar-2002");
+  EXPECT_EQ(f().txtBid.Text(), "1.2345");
+  EXPECT_EQ(f().txtOffer.Text(), "1.2350");
+  EXPECT_EQ(f().txtLimit.Text(), "1.2300");
+  EXPECT_EQ(m().LimitPrice, 1.23);
+  EXPECT_EQ(m().Pip, 0.0001);
+  EXPECT_EQ(m().BaseInst.ShortDesc, "EUR");
+  EXPECT_EQ(m().ValueInst.ContractSize, 100000);
+  EXPECT_TRUE(f().optValid(1).Value());
+  EXPECT_TRUE(f().optType(2).Value());
+}
+
+TEST_F(IntakeTest, OrderTypesAreEnabledByRightsAndInstrument) {
+  ticket_->setLanguage(1);
+  struct Case {
+    Integer rights;
+    Integer instStatus;
+    bool market, quote, pending;
+  };
+  const Case cases[] = {
+      {0x0004, 0, true, false, false},
+      {0x0004, 1, false, true, false},
+      {0x0400, 0, false, true, false},
+      {0x0200, 0, false, false, true},
+      {0x0080 | 0x0004, 0, true, false, true},
+  };
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.rights);
+    ticket_->setAccountType(c.rights);
+    host_.instruments[kEurUsd].Status = c.instStatus;
+    Initialise(Message(0, kEurUsd, ORDER_ACTIVE));
+    EXPECT_EQ(f().optType(1).Enabled(), c.market);
+    EXPECT_EQ(f().optType(5).Enabled(), c.quote);
+    for (int i : {2, 3, 4}) EXPECT_EQ(f().optType(i).Enabled(), c.pending);
+  }
+}
+
+TEST_F(IntakeTest, InstrumentLookupAndUnknownNames) {
+  ticket_->setLanguage(1);
+  host_.events.clear();
+  InstrumentRec none = probe().InstGetArray(0);
+  EXPECT_TRUE(host_.events.empty());
+  EXPECT_EQ(none, InstrumentRec{});
+
+  InstrumentRec unknown = probe().InstGetArray(999);
+  EXPECT_EQ(host_.count("VtInstGetArray"), 1);
+  EXPECT_EQ(unknown.InstrumentID, 999);
+  EXPECT_EQ(unknown.ShortDesc, "Unknown");
+  EXPECT_EQ(unknown.LongDesc, "Unknown");
+
+  probe().m().Language = 2;
+  EXPECT_EQ(probe().InstGetArray(999).LongDesc, "Unbekannt");
+  probe().m().Language = 0;  // no strings at all: the names stay empty
+  EXPECT_EQ(probe().InstGetArray(999).ShortDesc, "");
+}
+
+TEST_F(IntakeTest, AccountTypeDerivesItsFlags) {
+  struct Case {
+    Integer bits;
+    bool market, quote, pending, fixed, liveFlag;
+    Long dummyLive;
+  };
+  const Case cases[] = {
+      {0x0200, false, false, true, false, false, DUMMY_TRADING},
+      {0x0008, false, false, false, true, false, LIVE_TRADING},
+      {0x0002, false, false, false, false, false, LIVE_TRADING},
+      {0x0800, false, false, false, false, true, LIVE_TRADING},
+      {0x0484, true, true, true, false, false, DUMMY_TRADING},
+      {static_cast<Integer>(0x8000), false, false, false, false, false, DUMMY_TRADING},
+      {-1, true, true, true, true, true, LIVE_TRADING},
+  };
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.bits);
+    ticket_->setAccountType(c.bits);
+    EXPECT_EQ(ticket_->getAccountType(), c.bits);
+    EXPECT_EQ(m().AllowMarket, c.market);
+    EXPECT_EQ(m().AllowQuote, c.quote);
+    EXPECT_EQ(m().AllowPending, c.pending);
+    EXPECT_EQ(m().FixedSize, c.fixed);
+    EXPECT_EQ(m().LiveFlag, c.liveFlag);
+    EXPECT_EQ(m().DummyLive, c.dummyLive);
+  }
+  EXPECT_EQ(ticket_->getLinkInstID(), -1);
+}
+
+TEST_F(IntakeTest, FreshTicketHoldsItsCreationState) {
+  EXPECT_EQ(m().Status, ORDER_PLACED);
+  EXPECT_EQ(m().MaxOrderSize, 1000000);
+  EXPECT_EQ(m().Accounts.size(), 1u);
+  EXPECT_EQ(m().GID, 0);
+  EXPECT_EQ(m().DecimalSeparator, ".");
+  EXPECT_TRUE(f().fraHide.Visible());
+  EXPECT_EQ(f().cmdOKCancel(2).Caption(), "171");
+  EXPECT_THROW(f().optType(0), RuntimeError);
+  EXPECT_THROW(f().Label1(2), RuntimeError);
+}
+
+}  // namespace
+}  // namespace quillon

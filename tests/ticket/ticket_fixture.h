@@ -1,0 +1,216 @@
+// A recording host and a fixture that drives one ticket on a virtual clock.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <map>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "platform/headless_loop.h"
+#include "platform/locale.h"
+#include "ticket/ticket_model.h"
+
+namespace quillon {
+
+// Reaches the ticket's private procedures for tests.
+struct TicketProbe {
+  Clientticket& t;
+  TicketMembers& m() { return t; }
+  TicketForm& f() { return t; }
+  std::string Single(double price, double pip) { return t.Single_Price_As_String(price, pip); }
+  std::string Spread(double bid, double offer, double pip) {
+    return t.Spread_Price_As_String(bid, offer, pip);
+  }
+  std::string ChangeChars(std::string& s, const std::string& find, const std::string& replace) {
+    return t.Change_Chars(s, find, replace);
+  }
+  void Enable(bool on) { t.Enable(on); }
+  void SetColour(Long colour, Long edit) { t.Set_Ticket_Colour(colour, edit); }
+  InstrumentRec InstGetArray(Long id) { return t.Inst_Get_Array(id); }
+  std::string ResString(double n) { return t.LoadResString(n); }
+};
+
+// One event as the host saw it: its name and its arguments as text, in order.
+struct RecordedEvent {
+  std::string name;
+  std::vector<std::string> args;
+};
+
+// A host that answers from tables and records every event.
+class RecordingHost : public ClientticketEvents {
+ public:
+  std::vector<RecordedEvent> events;
+  bool connected = false;
+  std::map<Long, InstrumentRec> instruments;
+  std::map<Long, PriceRec> prices;
+  std::map<Integer, std::string> reasons;
+  // Work to run inside the next raise of an event, by name.
+  std::map<std::string, std::function<void()>> inside;
+
+  void add(std::string name, std::vector<std::string> args = {}) {
+    events.push_back({std::move(name), std::move(args)});
+    auto it = inside.find(events.back().name);
+    if (it != inside.end()) {
+      auto work = std::move(it->second);
+      inside.erase(it);
+      work();
+    }
+  }
+  std::vector<std::string> names() const {
+    std::vector<std::string> out;
+    for (const auto& e : events) out.push_back(e.name);
+    return out;
+  }
+  int count(const std::string& name) const {
+    int n = 0;
+    for (const auto& e : events) n += e.name == name;
+    return n;
+  }
+  const RecordedEvent* last(const std::string& name) const {
+    for (auto it = events.rbegin(); it != events.rend(); ++it)
+      if (it->name == name) return &*it;
+    return nullptr;
+  }
+
+  void CloseTicket() override { add("CloseTicket"); }
+  void ErrorMsg(Long& num, std::string& text, std::string& name) override {
+    add("ErrorMsg", {std::to_string(num), text, name});
+  }
+  void GetReason(Integer reason, std::string& desc) override {
+    auto it = reasons.find(reason);
+    if (it != reasons.end()) desc = it->second;
+    add("GetReason", {std::to_string(reason)});
+  }
+  void GID(Integer& gid) override { add("GID", {std::to_string(gid)}); }
+  void Message(std::string message) override { add("Message", {message}); }
+  void Connected(Boolean& c) override {
+    c = connected;
+    add("Connected");
+  }
+  void VtInstGetArray(Long& InstrumentID, Long& BaseID, Long& ValueID, Long& LinkID,
+                      Long& SourceID, Integer& InstType, Integer& Term, std::string& ShortDesc,
+                      std::string& LongDesc, Long& ContractSize, Date& Expiry, double& Pip,
+                      double& Strike, Integer& Status, Integer& CallPut,
+                      Date& ValueDate) override {
+    add("VtInstGetArray", {std::to_string(InstrumentID)});
+    auto it = instruments.find(InstrumentID);
+    if (it == instruments.end()) return;
+    const InstrumentRec& r = it->second;
+    BaseID = r.BaseID, ValueID = r.ValueID, LinkID = r.LinkID, SourceID = r.SourceID;
+    InstType = r.InstType, Term = r.Term, ShortDesc = r.ShortDesc, LongDesc = r.LongDesc;
+    ContractSize = r.ContractSize, Expiry = r.Expiry, Pip = r.Pip, Strike = r.Strike;
+    Status = r.Status, CallPut = r.CallPut, ValueDate = r.ValueDate;
+  }
+  void VtPriceGenericRequest(Long ToID, Long InstrumentID, Long SourceID) override {
+    add("VtPriceGenericRequest",
+        {std::to_string(ToID), std::to_string(InstrumentID), std::to_string(SourceID)});
+  }
+  void VtPriceGetArray(Long InstrumentID, Long SourceID, Long& CounterpartyID, double& Bid,
+                       double& Offer, double& High, double& Low, Long& PriceType,
+                       Date& PriceTime, Long& PriceProfileID) override {
+    add("VtPriceGetArray", {std::to_string(InstrumentID), std::to_string(SourceID),
+                            std::to_string(PriceProfileID)});
+    auto it = prices.find(InstrumentID);
+    if (it == prices.end()) return;
+    const PriceRec& p = it->second;
+    CounterpartyID = p.CounterpartyID, Bid = p.Bid, Offer = p.Offer, High = p.High;
+    Low = p.Low, PriceType = p.PriceType, PriceTime = p.PriceTime;
+  }
+  void SystemTime(Date& t) override { add("SystemTime", {std::to_string(t)}); }
+  void RequestEquity(Long& AccountID, Long& InstrumentID) override {
+    add("RequestEquity", {std::to_string(AccountID), std::to_string(InstrumentID)});
+  }
+  void ResizeTicket(Integer& Action) override { add("ResizeTicket", {std::to_string(Action)}); }
+};
+
+// A message for Initialise, every argument by name.
+struct Msg {
+  Long TradeID = 0, OrderID = 0, AccountID = 0, InstrumentID = 0;
+  double Quantity = 0;
+  Long PrimarySecondaryQty = 0;
+  double Price = 0;
+  Long OrderType = MARKET_ORDER;
+  Date Duration = 0, MarketTime = 0, ValueDate = 0;
+  Long Status = -1, LinkID = 0, Action = 0;
+  Integer Reason = 0;
+  Long CounterpartyID = 0, DummyLive = 0;
+  std::string FreeFormat;
+  Long SystemID = 0, CounterPartySystemID = 0, PriceProfileID = 0;
+  double Strike = 0;
+  Date Expiry = 0;
+};
+
+class TicketTest : public ::testing::Test {
+ protected:
+  // EUR/USD: instrument 10 on the currencies 1 (EUR) and 2 (USD).
+  static constexpr Long kEurUsd = 10, kEur = 1, kUsd = 2, kGbpUsd = 20;
+
+  explicit TicketTest(const std::string& localeName = "en_US")
+      : locale_(Locale::ByName(localeName)) {
+    TicketServices services;
+    services.loop = &loop_;
+    services.locale = &locale_;
+    ticket_ = std::make_unique<Clientticket>(services);
+    ticket_->setHost(&host_);
+    host_.instruments[kEurUsd] = Instrument(kEurUsd, "EUR/USD", "Euro vs US Dollar", 0.0001);
+    host_.instruments[kEurUsd].BaseID = kEur;
+    host_.instruments[kEurUsd].ValueID = kUsd;
+    host_.instruments[kGbpUsd] = Instrument(kGbpUsd, "GBP/USD", "Sterling vs US Dollar", 0.0001);
+    host_.instruments[kEur] = Instrument(kEur, "EUR", "Euro", 0);
+    host_.instruments[kEur].ContractSize = 100000;
+    host_.instruments[kUsd] = Instrument(kUsd, "USD", "US Dollar", 0);
+    host_.instruments[kUsd].ContractSize = 100000;
+    host_.prices[kEurUsd] = Price(1.2345, 1.2350);
+    host_.prices[kGbpUsd] = Price(1.4501, 1.4506);
+  }
+
+  static InstrumentRec Instrument(Long id, std::string shortDesc, std::string longDesc,
+                                  double pip) {
+    InstrumentRec r;
+    r.InstrumentID = id;
+    r.ShortDesc = std::move(shortDesc);
+    r.LongDesc = std::move(longDesc);
+    r.Pip = pip;
+    r.ContractSize = 100000;
+    return r;
+  }
+  static PriceRec Price(double bid, double offer) {
+    PriceRec p;
+    p.Bid = bid;
+    p.Offer = offer;
+    return p;
+  }
+
+  void Initialise(Msg& m) {
+    ticket_->Initialise(m.TradeID, m.OrderID, m.AccountID, m.InstrumentID, m.Quantity,
+                        m.PrimarySecondaryQty, m.Price, m.OrderType, m.Duration, m.MarketTime,
+                        m.ValueDate, m.Status, m.LinkID, m.Action, m.Reason, m.CounterpartyID,
+                        m.DummyLive, m.FreeFormat, m.SystemID, m.CounterPartySystemID,
+                        m.PriceProfileID, m.Strike, m.Expiry);
+  }
+  void Initialise(Msg&& m) { Initialise(m); }
+
+  // A user with every right, in English, and a blank EUR/USD ticket.
+  void OpenBlank(Long instrument = kEurUsd) {
+    ticket_->setLanguage(1);
+    ticket_->setAccountType(0x0004 | 0x0400 | 0x0080 | 0x0002);
+    Msg m;
+    m.InstrumentID = instrument;
+    m.Status = -1;
+    Initialise(m);
+  }
+
+  const TicketMembers& m() const { return ticket_->members(); }
+  TicketForm& f() { return ticket_->form(); }
+  TicketProbe probe() { return TicketProbe{*ticket_}; }
+
+  HeadlessLoop loop_;
+  Locale locale_;
+  RecordingHost host_;
+  std::unique_ptr<Clientticket> ticket_;
+};
+
+}  // namespace quillon
