@@ -119,6 +119,8 @@ class Control {
 
  protected:
   void changed(ControlProperty what);
+  // Called after the control's own Enabled flag changed (and the change was signalled).
+  virtual void enabledChanged() {}
 
  private:
   Form& form_;
@@ -197,6 +199,11 @@ class TextBox : public Control {
   std::function<void(Integer& keyAscii)> onKeyPress;
 
  private:
+  friend class Form;
+  // A user's edit: the text and the caret change together, then the change handler runs if
+  // the text changed.
+  void edit(std::string text, Long caret);
+
   std::string text_;
   bool locked_ = false;
   Long selStart_ = 0;
@@ -237,8 +244,8 @@ class Timer : public Control {
   Timer(Form& form, std::string name, int index = -1);
   ~Timer() override;
   Long Interval() const { return interval_; }
-  // Enabled with an Interval above 0 runs the timer handler at each expiry; writing either
-  // property restarts the count.
+  // Enabled with an Interval above 0 runs the timer handler at each expiry; changing either
+  // property restarts the count. A negative Interval raises "Invalid procedure call".
   void setInterval(Long v);
   void setTimerEnabled(bool v);
   bool TimerEnabled() const { return Enabled(); }
@@ -246,6 +253,9 @@ class Timer : public Control {
   void fire();
 
   std::function<void()> onTimer;
+
+ protected:
+  void enabledChanged() override;
 
  private:
   void reschedule();
@@ -276,6 +286,8 @@ class MonthView : public Control {
   void setValue(Date v);
   Date MinDate() const { return minDate_; }
   Date MaxDate() const { return maxDate_; }
+  // A range whose ends cross, or a date that is not finite, raises "Invalid procedure call";
+  // the selected day is clamped into the new range.
   void setMinDate(Date v);
   void setMaxDate(Date v);
 
@@ -360,12 +372,16 @@ class Form {
   bool userFocus(Control& control);
   // One key stroke into a text box: the key-press handler (which may cancel the key by
   // setting it to 0), then the character replaces the selection or goes at the end (a
-  // locked box takes none, a full box no more; 8 deletes back), then the change handler if
-  // the text changed.
+  // locked box takes none, a full box no more; 8 deletes back; other control characters
+  // insert nothing), then the change handler if the text changed. The key is a 16-bit
+  // character code.
   bool userKey(TextBox& box, Integer keyAscii);
-  // Types a UTF-8 text, one key stroke per character; "\b" deletes back.
+  // Types a UTF-8 text, one key stroke per character; "\b" deletes back. A character beyond
+  // 16 bits reaches the key-press handler as U+FFFD and goes in as itself unless the handler
+  // changes the key.
   bool userType(TextBox& box, const std::string& text);
-  // The whole text replaced in one change, no key-press.
+  // The whole text replaced in one change, no key-press; a locked box takes none, a box with
+  // a maximum length takes that many characters.
   bool userPaste(TextBox& box, const std::string& text);
   // A spinner click: the value goes to 1 (up) or -1 (down), then the mouse is released.
   bool userSpin(UpDown& spinner, bool up);
@@ -376,12 +392,15 @@ class Form {
 
  private:
   void adopt(std::unique_ptr<Control> control, Control* parent);
+  // One character into a text box, after its key-press handler.
+  void keyStroke(TextBox& box, char32_t ch);
 
   MessageLoop& loop_;
   std::vector<std::unique_ptr<Control>> owned_;
   std::vector<Control*> order_;
   std::map<std::string, Control*> byName_;
   Control* focused_ = nullptr;
+  int focusDepth_ = 0;  // nesting of focus moves made by focus handlers
   std::map<int, Observer> observers_;
   int nextObserver_ = 1;
 };

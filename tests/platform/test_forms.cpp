@@ -1,0 +1,432 @@
+// The forms layer: handler rules, frames, control arrays, typing, focus and the change signal.
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <cstdint>
+#include <functional>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "platform/forms.h"
+#include "platform/headless_loop.h"
+
+namespace quillon {
+namespace {
+
+Long ErrorOf(const std::function<void()>& statement) {
+  try {
+    statement();
+  } catch (const RuntimeError& e) {
+    return e.number();
+  }
+  return 0;
+}
+
+// A small tree: a surface with a frame of three option buttons, a second frame with one, a
+// text box, a list, a spinner and a calendar, and a log that handlers write to.
+class FormsTest : public ::testing::Test {
+ protected:
+  FormsTest()
+      : surface(form.create<Surface>("UserControl", -1, nullptr)),
+        fraA(form.create<Frame>("fraA", -1, &surface)),
+        fraB(form.create<Frame>("fraB", -1, &surface)),
+        opt0(form.create<OptionButton>("opt", 0, &fraA)),
+        opt1(form.create<OptionButton>("opt", 1, &fraA)),
+        opt2(form.create<OptionButton>("opt", 2, &fraA)),
+        optOther(form.create<OptionButton>("optOther", -1, &fraB)),
+        cmd(form.create<CommandButton>("cmd", -1, &fraA)),
+        txt(form.create<TextBox>("txt", -1, &fraA)),
+        cmb(form.create<ComboBox>("cmb", -1, &surface)),
+        ud(form.create<UpDown>("ud", -1, &fraA)),
+        cal(form.create<MonthView>("cal", -1, &surface)) {
+    for (OptionButton* o : {&opt0, &opt1, &opt2, &optOther}) {
+      o->onClick = [this, o] { log.push_back(o->fullName() + " click"); };
+    }
+    cmd.onClick = [this] { log.push_back("cmd click"); };
+    txt.onChange = [this] { log.push_back("change " + txt.Text()); };
+    cmb.onClick = [this] { log.push_back("cmb click " + std::to_string(cmb.ListIndex())); };
+    ud.onChange = [this] { log.push_back("ud change " + std::to_string(ud.Value())); };
+    ud.onMouseUp = [this] { log.push_back("ud up"); };
+    cal.onDateClick = [this](Date d) { log.push_back("date " + std::to_string(Long(d))); };
+  }
+
+  std::vector<std::string> take() { return std::exchange(log, {}); }
+
+  HeadlessLoop loop{0.0};
+  Form form{loop};
+  Surface& surface;
+  Frame& fraA;
+  Frame& fraB;
+  OptionButton& opt0;
+  OptionButton& opt1;
+  OptionButton& opt2;
+  OptionButton& optOther;
+  CommandButton& cmd;
+  TextBox& txt;
+  ComboBox& cmb;
+  UpDown& ud;
+  MonthView& cal;
+  std::vector<std::string> log;
+};
+
+using Log = std::vector<std::string>;
+
+TEST_F(FormsTest, WritesRunTheHandlerBeforeReturningAndSameValuesRunNothing) {
+  // Text: the change handler sees the new text; the same text runs nothing.
+  txt.setText("12");
+  EXPECT_EQ(take(), Log{"change 12"});
+  txt.setText("12");
+  EXPECT_EQ(take(), Log{});
+
+  // Option buttons: the others of the same container go false without their handler.
+  opt0.setValue(true);
+  optOther.setValue(true);
+  take();
+  opt1.setValue(true);
+  EXPECT_EQ(take(), Log{"opt(1) click"});
+  EXPECT_FALSE(opt0.Value());
+  EXPECT_TRUE(opt1.Value());
+  EXPECT_TRUE(optOther.Value()) << "another frame is another group";
+  opt1.setValue(true);
+  opt1.setValue(false);
+  EXPECT_EQ(take(), Log{});
+  EXPECT_FALSE(opt1.Value());
+
+  // List: another entry clicks; -1, the same entry and Clear do not.
+  cmb.AddItem("A");
+  cmb.AddItem("B");
+  cmb.setItemData(1, 77);
+  cmb.setListIndex(1);
+  cmb.setListIndex(1);
+  EXPECT_EQ(take(), Log{"cmb click 1"});
+  EXPECT_EQ(cmb.Text(), "B");
+  EXPECT_EQ(cmb.ItemData(1), 77);
+  cmb.setListIndex(-1);
+  EXPECT_EQ(cmb.Text(), "");
+  cmb.setListIndex(0);
+  cmb.Clear();
+  EXPECT_EQ(take(), Log{"cmb click 0"});
+  EXPECT_EQ(cmb.ListIndex(), -1);
+  EXPECT_EQ(cmb.ListCount(), 0);
+
+  // Spinner: a new value in range runs the change handler.
+  ud.setValue(1);
+  ud.setValue(1);
+  ud.setValue(0);
+  EXPECT_EQ(take(), (Log{"ud change 1", "ud change 0"}));
+
+  // Calendar: the value is clamped and runs no handler.
+  cal.setMinDate(100);
+  cal.setMaxDate(200);
+  cal.setValue(250);
+  EXPECT_EQ(cal.Value(), 200);
+  cal.setValue(50);
+  EXPECT_EQ(cal.Value(), 100);
+  cal.setMinDate(150);
+  EXPECT_EQ(cal.Value(), 150);
+  EXPECT_EQ(take(), Log{});
+}
+
+TEST_F(FormsTest, BadArgumentsRaiseTheRunTimeError) {
+  cmb.AddItem("only");
+  struct Case {
+    const char* what;
+    std::function<void()> statement;
+    Long error;
+  };
+  const std::vector<Case> cases = {
+      {"ListIndex past the list", [&] { cmb.setListIndex(1); }, kInvalidProcedureCall},
+      {"ListIndex below -1", [&] { cmb.setListIndex(-2); }, kInvalidProcedureCall},
+      {"List outside", [&] { cmb.List(1); }, kInvalidProcedureCall},
+      {"ItemData outside", [&] { cmb.ItemData(-1); }, kInvalidProcedureCall},
+      {"setItemData outside", [&] { cmb.setItemData(3, 1); }, kInvalidProcedureCall},
+      {"spinner above Max", [&] { ud.setValue(2); }, kInvalidProcedureCall},
+      {"spinner below Min", [&] { ud.setValue(-2); }, kInvalidProcedureCall},
+      {"calendar range crossed", [&] { cal.setMinDate(3e6); }, kInvalidProcedureCall},
+      {"calendar not a date", [&] { cal.setValue(std::nan("")); }, kInvalidProcedureCall},
+      {"negative interval", [&] { form.create<Timer>("tmrBad", -1, &surface).setInterval(-1); },
+       kInvalidProcedureCall},
+      {"duplicate name", [&] { form.create<Label>("opt", 1, &fraA); }, kInvalidProcedureCall},
+  };
+  for (const auto& c : cases) EXPECT_EQ(ErrorOf(c.statement), c.error) << c.what;
+  EXPECT_EQ(cmb.ListIndex(), -1);
+  EXPECT_EQ(ud.Value(), 0);
+  EXPECT_EQ(take(), Log{});
+}
+
+TEST_F(FormsTest, FramesHideAndDisableWhatTheyHoldWithoutTouchingTheirFlags) {
+  EXPECT_EQ(InputRefusal(cmd), nullptr);
+  fraA.setEnabled(false);
+  EXPECT_TRUE(cmd.Enabled());
+  EXPECT_FALSE(cmd.isEffectivelyEnabled());
+  EXPECT_STREQ(InputRefusal(cmd), "disabled");
+  EXPECT_FALSE(form.userClick(cmd));
+  EXPECT_FALSE(form.userType(txt, "5"));
+  EXPECT_FALSE(form.userSpin(ud, true));
+  EXPECT_EQ(ErrorOf([&] { txt.SetFocus(); }), kInvalidProcedureCall);
+  EXPECT_EQ(take(), Log{});
+  EXPECT_EQ(txt.Text(), "");
+
+  surface.setVisible(false);
+  EXPECT_TRUE(cmd.Visible());
+  EXPECT_FALSE(cmd.isShowing());
+  EXPECT_STREQ(InputRefusal(cmd), "hidden") << "hidden is told before disabled";
+
+  surface.setVisible(true);
+  fraA.setEnabled(true);
+  EXPECT_TRUE(form.userClick(cmd));
+  EXPECT_TRUE(form.userClick(opt2));
+  EXPECT_TRUE(form.userClick(opt2)) << "already chosen: taken, no handler";
+  EXPECT_TRUE(form.userClick(fraA)) << "a frame takes the click and does nothing";
+  EXPECT_EQ(take(), (Log{"cmd click", "opt(2) click"}));
+}
+
+TEST_F(FormsTest, ControlArraysHaveGapsAndNamesFindElements) {
+  ControlArray<OptionButton> opt("opt");
+  opt.add(0, opt0);
+  opt.add(2, opt2);
+  EXPECT_EQ(&opt(2), &opt2);
+  EXPECT_FALSE(opt.has(1));
+  EXPECT_EQ(ErrorOf([&] { opt(1); }), kSubscriptOutOfRange);
+
+  EXPECT_EQ(opt1.fullName(), "opt(1)");
+  EXPECT_EQ(txt.fullName(), "txt");
+  EXPECT_EQ(txt.parent(), &fraA);
+  EXPECT_EQ(fraA.children().front(), &opt0);
+  const std::vector<std::pair<std::string, Control*>> lookups = {
+      {"opt(1)", &opt1},   {"opt(01)", &opt1}, {"txt", &txt},        {"opt", nullptr},
+      {"opt(9)", nullptr}, {"opt()", nullptr}, {"opt(x)", nullptr},  {"opt(1", nullptr},
+      {"(1)", nullptr},    {"", nullptr},      {"opt(-1)", nullptr},
+  };
+  for (const auto& [name, control] : lookups) EXPECT_EQ(form.find(name), control) << name;
+  EXPECT_EQ(form.controls().size(), 12u);
+  EXPECT_EQ(form.controls()[3], &opt0);
+}
+
+TEST_F(FormsTest, TypingFollowsTheKeyPressLockAndLengthRules) {
+  struct Case {
+    const char* what;
+    std::string text;
+    Long selStart, selLength;
+    bool locked;
+    int maxLength;
+    std::string typed;
+    std::string expected;
+    Long caret;
+    int changes;
+  };
+  const std::vector<Case> cases = {
+      {"appends", "12", 2, 0, false, 0, "34", "1234", 4, 2},
+      {"goes at the end", "12", 0, 0, false, 0, "3", "123", 3, 1},
+      {"replaces the selection", "1,000.00", 0, 8, false, 18, "7", "7", 1, 1},
+      {"replaces a middle selection", "abcd", 1, 2, false, 0, "X", "aXd", 2, 1},
+      {"backspace at the end", "123", 3, 0, false, 0, "\b", "12", 2, 1},
+      {"backspace before the caret", "123", 1, 0, false, 0, "\b", "23", 0, 1},
+      {"backspace at the start", "123", 0, 0, false, 0, "\b", "123", 0, 0},
+      {"backspace deletes the selection", "12345", 1, 3, false, 0, "\b", "15", 1, 1},
+      {"locked takes nothing", "12", 2, 0, true, 0, "3\b", "12", 2, 0},
+      {"full box takes no more", "123", 3, 0, false, 3, "45", "123", 3, 0},
+      {"full box, selection replaced", "123", 0, 3, false, 3, "9", "9", 1, 1},
+      {"full box, backspace", "123", 3, 0, false, 3, "\b4", "124", 3, 2},
+      {"two-byte character", "", 0, 0, false, 0, "\u00FC", "\u00FC", 1, 1},
+      {"length in characters", "\u00FC\u00FC", 2, 0, false, 3, "ab", "\u00FC\u00FCa", 3, 1},
+      {"backspace over a character", "a\u00FCb", 2, 0, false, 0, "\b", "ab", 1, 1},
+      {"character past 16 bits", "", 0, 0, false, 0, "\U0001F600", "\U0001F600", 1, 1},
+      {"control characters insert nothing", "1", 1, 0, false, 0, "\n\t", "1", 1, 0},
+      {"broken UTF-8 reads as U+FFFD", "", 0, 0, false, 0, "\xC3", "\uFFFD", 1, 1},
+  };
+  for (const auto& c : cases) {
+    txt.setText(c.text);
+    txt.setSelStart(c.selStart);
+    txt.setSelLength(c.selLength);
+    txt.setLocked(c.locked);
+    txt.maxLength = c.maxLength;
+    int changes = 0;
+    Long caretInHandler = -1;
+    txt.onChange = [&] {
+      ++changes;
+      caretInHandler = txt.SelStart();
+    };
+    ASSERT_TRUE(form.userType(txt, c.typed)) << c.what;
+    EXPECT_EQ(txt.Text(), c.expected) << c.what;
+    EXPECT_EQ(txt.SelStart(), c.caret) << c.what;
+    EXPECT_EQ(txt.SelLength(), 0) << c.what;
+    EXPECT_EQ(changes, c.changes) << c.what;
+    if (changes > 0) {
+      EXPECT_EQ(caretInHandler, c.caret) << c.what << ": caret seen by the handler";
+    }
+    txt.onChange = nullptr;
+  }
+}
+
+TEST_F(FormsTest, KeyPressRunsFirstAndMayCancelOrChangeTheKey) {
+  txt.onKeyPress = [this](Integer& key) {
+    log.push_back("key " + std::to_string(static_cast<std::uint16_t>(key)));
+    if (key == 'x') key = 0;
+    if (key == 'a') key = 'A';
+  };
+  // A character beyond 16 bits shows as U+FFFD (65533) to the handler and goes in whole.
+  form.userType(txt, "ax\u00FC\U0001F600");
+  EXPECT_EQ(txt.Text(), "A\u00FC\U0001F600");
+  EXPECT_EQ(take(), (Log{"key 97", "change A", "key 120", "key 252", "change A\u00FC", "key 65533",
+                         "change A\u00FC\U0001F600"}));
+
+  txt.setLocked(true);
+  form.userKey(txt, '5');
+  EXPECT_EQ(take(), Log{"key 53"}) << "a locked box still sees the key";
+}
+
+TEST_F(FormsTest, PasteSpinSelectAndDateClick) {
+  txt.setText("old");
+  txt.setSelStart(3);
+  txt.maxLength = 4;
+  take();
+  EXPECT_TRUE(form.userPaste(txt, "\u00FC12345"));
+  EXPECT_EQ(txt.Text(), "\u00FC123");
+  EXPECT_EQ(txt.SelStart(), 0);
+  txt.setLocked(true);
+  form.userPaste(txt, "x");
+  EXPECT_EQ(take(), Log{"change \u00FC123"});
+
+  ud.onMouseUp = [this] {
+    log.push_back("ud up");
+    ud.setValue(0);
+  };
+  EXPECT_TRUE(form.userSpin(ud, true));
+  EXPECT_TRUE(form.userSpin(ud, false));
+  EXPECT_EQ(take(),
+            (Log{"ud change 1", "ud up", "ud change 0", "ud change -1", "ud up", "ud change 0"}));
+
+  cmb.AddItem("A");
+  EXPECT_TRUE(form.userSelect(cmb, 0));
+  EXPECT_EQ(ErrorOf([&] { form.userSelect(cmb, 5); }), kInvalidProcedureCall);
+
+  cal.setMaxDate(40000);
+  EXPECT_TRUE(form.userDateClick(cal, 39000));
+  EXPECT_TRUE(form.userDateClick(cal, 41000));
+  Integer seen = 0;
+  cal.onKeyPress = [&](Integer& key) { seen = key; };
+  EXPECT_TRUE(form.userCalendarKey(cal, 13));
+  EXPECT_EQ(seen, 13);
+  EXPECT_EQ(take(), (Log{"cmb click 0", "date 39000", "date 40000"}));
+  EXPECT_EQ(cal.Value(), 40000);
+}
+
+TEST_F(FormsTest, FocusMovesLostBeforeGotAndEndsWhenHandlersPassItOn) {
+  for (Control* c : std::vector<Control*>{&txt, &cmd, &opt0}) {
+    c->onGotFocus = [this, c] { log.push_back(c->fullName() + " got"); };
+    c->onLostFocus = [this, c] { log.push_back(c->fullName() + " lost"); };
+  }
+  EXPECT_TRUE(form.userFocus(txt));
+  txt.SetFocus();
+  cmd.SetFocus();
+  EXPECT_EQ(take(), (Log{"txt got", "txt lost", "cmd got"}));
+  EXPECT_EQ(form.focused(), &cmd);
+
+  // A lost-focus handler that sends the focus elsewhere wins over the move that lost it.
+  cmd.onLostFocus = [this] {
+    log.push_back("cmd lost");
+    form.moveFocus(&opt0);
+  };
+  txt.SetFocus();
+  EXPECT_EQ(form.focused(), &opt0);
+  EXPECT_EQ(take(), (Log{"cmd lost", "txt lost", "opt(0) got"}));
+
+  // Two got-focus handlers that pass the focus back and forth stop.
+  txt.onGotFocus = [this] { form.moveFocus(&cmd); };
+  cmd.onGotFocus = [this] { form.moveFocus(&txt); };
+  cmd.onLostFocus = nullptr;
+  txt.onLostFocus = nullptr;
+  opt0.onLostFocus = nullptr;
+  form.moveFocus(&txt);
+  EXPECT_NE(form.focused(), &opt0);
+
+  txt.setVisible(false);
+  EXPECT_EQ(ErrorOf([&] { txt.SetFocus(); }), kInvalidProcedureCall);
+  EXPECT_FALSE(form.userFocus(txt));
+}
+
+TEST_F(FormsTest, TheChangeSignalReportsRealChangesToEveryObserver) {
+  std::vector<std::string> seen;
+  auto name = [](ControlProperty p) {
+    switch (p) {
+      case ControlProperty::Text:
+        return "Text";
+      case ControlProperty::Selection:
+        return "Selection";
+      case ControlProperty::Value:
+        return "Value";
+      case ControlProperty::Enabled:
+        return "Enabled";
+      case ControlProperty::Caption:
+        return "Caption";
+      case ControlProperty::Focus:
+        return "Focus";
+      case ControlProperty::ListIndex:
+        return "ListIndex";
+      case ControlProperty::List:
+        return "List";
+      default:
+        return "other";
+    }
+  };
+  int second = 0;
+  int first = form.addObserver([&](Control& c, ControlProperty p) {
+    seen.push_back(c.fullName() + "." + name(p));
+    form.removeObserver(second);  // removing another during the signal is safe
+  });
+  second = form.addObserver([&](Control&, ControlProperty) { seen.push_back("second"); });
+  EXPECT_LT(first, second);
+
+  txt.setText("1");
+  txt.setSelStart(1);
+  txt.setText("2");  // resets the caret: a selection change too
+  txt.setText("2");
+  txt.setSelStart(0);
+  cmd.setCaption("Go");
+  cmd.setCaption("Go");
+  fraA.setEnabled(true);
+  opt0.setValue(true);
+  opt1.setValue(true);
+  cmb.AddItem("A");
+  cmb.setListIndex(0);
+  cmb.Clear();
+  EXPECT_EQ(seen, (Log{"txt.Text", "txt.Selection", "txt.Text", "txt.Selection", "cmd.Caption",
+                       "opt(0).Value", "opt(1).Value", "opt(0).Value", "cmb.List", "cmb.ListIndex",
+                       "cmb.ListIndex", "cmb.List"}));
+
+  seen.clear();
+  form.removeObserver(first);
+  cmd.SetFocus();
+  EXPECT_EQ(seen, Log{});
+}
+
+TEST_F(FormsTest, TimerFollowsItsEnabledFlagAndInterval) {
+  Timer& tmr = form.create<Timer>("tmr", -1, &fraA);
+  int ticks = 0;
+  tmr.onTimer = [&] { ++ticks; };
+  EXPECT_FALSE(loop.isRunning(tmr)) << "no interval, no timer";
+  tmr.setInterval(100);
+  EXPECT_TRUE(loop.isRunning(tmr));
+  fraA.setEnabled(false);
+  loop.advance(250);
+  EXPECT_EQ(ticks, 2) << "a disabled frame does not stop a timer";
+
+  tmr.setEnabled(false);
+  EXPECT_FALSE(loop.isRunning(tmr));
+  tmr.fire();
+  EXPECT_EQ(ticks, 2) << "a disabled timer does not run its handler";
+  tmr.setTimerEnabled(true);
+  loop.advance(99);
+  EXPECT_EQ(ticks, 2) << "enabling restarts the count";
+  loop.advance(1);
+  EXPECT_EQ(ticks, 3);
+  tmr.setInterval(0);
+  EXPECT_FALSE(loop.isRunning(tmr));
+  EXPECT_TRUE(tmr.TimerEnabled());
+}
+
+}  // namespace
+}  // namespace quillon

@@ -1,0 +1,193 @@
+// The headless loop: the virtual clock, timer order, handlers that stop or restart their own
+// timer, posted work and the yield.
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <cstdint>
+#include <functional>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "platform/forms.h"
+#include "platform/headless_loop.h"
+
+namespace quillon {
+namespace {
+
+using Log = std::vector<std::string>;
+
+// A loop that starts at day 0 and a form with three timers whose handlers log the time in ms.
+class HeadlessLoopTest : public ::testing::Test {
+ protected:
+  HeadlessLoopTest() {
+    for (Timer* t : {&a, &b, &c}) {
+      t->onTimer = [this, t] { log.push_back(t->name() + "@" + std::to_string(ms())); };
+    }
+  }
+
+  std::int64_t ms() const { return std::llround(loop.now() * 86400000.0); }
+  Log take() { return std::exchange(log, {}); }
+
+  HeadlessLoop loop{0.0};
+  Form form{loop};
+  Timer& a = form.create<Timer>("a", -1, nullptr);
+  Timer& b = form.create<Timer>("b", -1, nullptr);
+  Timer& c = form.create<Timer>("c", -1, nullptr);
+  Log log;
+};
+
+TEST_F(HeadlessLoopTest, ClockStartsWhereToldAndKeepsTimersRelative) {
+  HeadlessLoop standard;
+  EXPECT_DOUBLE_EQ(standard.now(), 36951.0 + 10.0 / 24.0);
+
+  a.setInterval(1000);
+  loop.advance(400);
+  EXPECT_EQ(ms(), 400);
+  loop.setClock(1.5);  // noon of day 1: the timer still has 600 ms to go
+  loop.advance(599);
+  EXPECT_EQ(take(), Log{});
+  loop.advance(1);
+  EXPECT_EQ(take(), Log{"a@129600600"});
+  EXPECT_DOUBLE_EQ(loop.now(), 1.5 + 600.0 / 86400000.0);
+
+  struct Bad {
+    const char* what;
+    std::function<void()> statement;
+  };
+  const std::vector<Bad> bad = {
+      {"backwards", [&] { loop.advance(-1); }},
+      {"beyond the clock's range", [&] { loop.advance(INT64_MAX); }},
+      {"not a date", [&] { loop.setClock(std::nan("")); }},
+      {"infinite date", [&] { loop.setClock(INFINITY); }},
+  };
+  for (const auto& item : bad) {
+    try {
+      item.statement();
+      ADD_FAILURE() << item.what << ": no error";
+    } catch (const RuntimeError& e) {
+      EXPECT_EQ(e.number(), kInvalidProcedureCall) << item.what;
+    }
+  }
+  EXPECT_DOUBLE_EQ(loop.now(), 1.5 + 600.0 / 86400000.0);
+}
+
+TEST_F(HeadlessLoopTest, TimersFireInDueOrderAndTiesGoToTheOneStartedFirst) {
+  b.setInterval(300);
+  a.setInterval(200);
+  c.setInterval(600);
+  loop.advance(650);
+  EXPECT_EQ(take(), (Log{"a@200", "b@300", "a@400", "b@600", "a@600", "c@600"}));
+  EXPECT_EQ(ms(), 650);
+  loop.advance(0);
+  EXPECT_EQ(take(), Log{});
+  c.setTimerEnabled(false);
+  loop.advance(150);
+  EXPECT_EQ(take(), (Log{"a@800"}));
+}
+
+TEST_F(HeadlessLoopTest, AHandlerThatStopsOrRestartsItsTimerHasTheLastWord) {
+  // a stops itself at the first tick; b restarts with a longer interval; c switches off and
+  // on and keeps running.
+  a.onTimer = [this] {
+    log.push_back("a@" + std::to_string(ms()));
+    a.setTimerEnabled(false);
+  };
+  b.onTimer = [this] {
+    log.push_back("b@" + std::to_string(ms()));
+    b.setInterval(250);
+  };
+  int cTicks = 0;
+  c.onTimer = [&] {
+    log.push_back("c@" + std::to_string(ms()));
+    if (++cTicks == 1) {
+      loop.advance(0);  // a nested turn changes nothing
+      c.setTimerEnabled(false);
+      c.setTimerEnabled(true);
+    }
+  };
+  a.setInterval(100);
+  b.setInterval(100);
+  c.setInterval(150);
+  loop.advance(700);
+  EXPECT_EQ(take(), (Log{"a@100", "b@100", "c@150", "c@300", "b@350", "c@450", "b@600", "c@600"}));
+  EXPECT_FALSE(loop.isRunning(a));
+  EXPECT_TRUE(loop.isRunning(b));
+}
+
+TEST_F(HeadlessLoopTest, PostedWorkRunsAfterEachTickAndAtEveryYield) {
+  a.onTimer = [this] {
+    log.push_back("a@" + std::to_string(ms()));
+    loop.post([this] { log.push_back("after a@" + std::to_string(ms())); });
+  };
+  a.setInterval(100);
+  loop.advance(200);
+  EXPECT_EQ(take(), (Log{"a@100", "after a@100", "a@200", "after a@200"}));
+
+  // A yield runs the queue, work posted by work included, and counts.
+  loop.post([this] {
+    log.push_back("one");
+    loop.post([this] { log.push_back("two"); });
+  });
+  EXPECT_TRUE(loop.hasPending());
+  EXPECT_EQ(loop.yieldCount(), 0u);
+  loop.yield();
+  EXPECT_EQ(loop.yieldCount(), 1u);
+  EXPECT_FALSE(loop.hasPending());
+  EXPECT_EQ(take(), (Log{"one", "two"}));
+
+  // A timer due at the same moment fires inside a handler that yields, and only then.
+  a.setTimerEnabled(false);
+  b.onTimer = [this] {
+    log.push_back("b in");
+    loop.yield();
+    log.push_back("b out");
+  };
+  b.setInterval(100);
+  c.setInterval(100);
+  loop.advance(100);
+  EXPECT_EQ(take(), (Log{"b in", "c@300", "b out"}));
+  EXPECT_EQ(loop.yieldCount(), 2u);
+}
+
+TEST_F(HeadlessLoopTest, WorkThatKeepsPostingOrYieldingDoesNotHang) {
+  bool repost = true;
+  int runs = 0;
+  std::function<void()> again = [&] {
+    ++runs;
+    if (repost) loop.post(again);
+  };
+  loop.post(again);
+  loop.runPending();
+  EXPECT_EQ(runs, 10000);
+  EXPECT_TRUE(loop.hasPending());
+  repost = false;
+  loop.runPending();
+  EXPECT_FALSE(loop.hasPending());
+
+  // Work that posts more and yields inside itself: the nesting stops at a fixed depth and
+  // the whole turn at the same bound.
+  runs = 0;
+  int deepest = 0;
+  int depth = 0;
+  std::function<void()> nested = [&] {
+    ++runs;
+    deepest = std::max(deepest, ++depth);
+    if (repost) loop.post(nested);
+    loop.yield();
+    --depth;
+  };
+  repost = true;
+  loop.post(nested);
+  loop.yield();
+  EXPECT_EQ(deepest, 8);
+  EXPECT_EQ(runs, 10000);
+  repost = false;
+  loop.runPending();
+  EXPECT_FALSE(loop.hasPending());
+}
+
+}  // namespace
+}  // namespace quillon
