@@ -14,7 +14,9 @@ struct DateParts {
   int hour = 0, minute = 0, second = 0;
 };
 
-// Day count of a calendar date and a time of day; raises "Overflow" outside years 100-9999.
+// Day count of a calendar date and a time of day; a month or day out of its range runs on into
+// the next or previous ones (month 13 is January of the next year, day 0 the last day of the
+// month before). Every operation here raises "Overflow" for a date outside years 100-9999.
 Date DateSerial(int year, int month, int day);
 Date TimeSerial(int hour, int minute, int second);
 Date MakeDate(const DateParts& parts);
@@ -42,7 +44,7 @@ Date AddYears(Date d, int years);
 Date AddSeconds(Date d, double seconds);
 
 // Calendar differences b - a: the number of year, month or day boundaries crossed,
-// and whole seconds between the two moments.
+// and whole seconds between the two moments, each taken to the second.
 Long DiffYears(Date a, Date b);
 Long DiffMonths(Date a, Date b);
 Long DiffDays(Date a, Date b);
@@ -54,8 +56,9 @@ std::string FormatDateDMY(Date d, const Locale& locale);
 std::string FormatIsoDateTime(Date d);
 
 // Reads a date text: "1-Jan-1990", "01-Jan-1990", "1 January 1990" (month names of the
-// locale or of English), "1990-01-01" and "1990-01-01T10:00:00". Raises "Type mismatch"
-// on anything else.
+// locale or of English, any case, perhaps with a period; "/" also separates), each perhaps
+// followed by a blank and "HH:MM[:SS]", "1990-01-01" and "1990-01-01T10:00:00". Raises
+// "Type mismatch" on anything else.
 Date ParseDate(const std::string& text, const Locale& locale);
 // Reads "YYYY-MM-DD" or "YYYY-MM-DDTHH:MM:SS"; false on anything else.
 bool TryParseIsoDate(const std::string& text, Date& out);

@@ -8,8 +8,9 @@ namespace quillon {
 
 class Locale {
  public:
-  // The locale of a name such as "en_US" or "de_DE", its data taken from ICU. An unknown
-  // name gets ICU's fallback for it (in the end the root locale: "." and ",").
+  // The locale of a name such as "en_US" or "de_DE", its data taken from ICU ("de_AT" without
+  // data of its own gets "de"). A name whose language ICU does not know gets "." and "," and
+  // English month names, whatever the process's own locale.
   static Locale ByName(const std::string& name);
   // en_US.
   static const Locale& Default();

@@ -42,7 +42,8 @@ class RuntimeError : public std::exception {
 [[noreturn]] void Raise(Long number, std::string description);
 
 // Turns whatever was thrown into a RuntimeError: a RuntimeError as it is, any other
-// exception (for instance from a host's event handler) as an automation error.
+// exception (for instance from a host's event handler) as an automation error. Meant for a
+// catch block; outside one it gives an automation error.
 RuntimeError CurrentError() noexcept;
 
 // Resume-next: runs one statement; if it fails, the failure has no effect and no report.

@@ -37,18 +37,19 @@ class Variant {
 
   // The value as a number; Empty is 0; a text or an array raises "Type mismatch".
   double toDouble() const;
-  Long toLong() const;                 // rounded as CLng, "Overflow" if out of range
-  const std::string& toString() const; // a String Variant only, else "Type mismatch"
+  Long toLong() const;                  // rounded as CLng, "Overflow" if out of range
+  const std::string& toString() const;  // a String Variant only, else "Type mismatch"
   Boolean toBoolean() const;
 
-  const VariantArray& array() const;   // an Array Variant only, else "Type mismatch"
-  VariantArray& array();
+  const VariantArray& array() const;  // an Array Variant only, else "Type mismatch"
+  VariantArray& array();              // copies of a Variant do not share changes to it
 
   // Element i of an array Variant; "Subscript out of range" outside its bounds.
   const Variant& at(Long i) const;
   Long lbound() const;
   Long ubound() const;  // lbound - 1 for an empty array
 
+  // Same type and same value (arrays: same lower bound and equal elements).
   bool operator==(const Variant& other) const;
 
  private:

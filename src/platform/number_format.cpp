@@ -1,0 +1,428 @@
+#include "platform/number_format.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cmath>
+#include <cstdio>
+#include <cstdlib>
+#include <vector>
+
+#include "platform/runtime_error.h"
+
+namespace quillon {
+
+namespace {
+
+// A non-negative decimal number as a digit string: the value is 0.digits x 10^wholeLength,
+// so wholeLength digits stand before the point (none, or leading zeros, when it is 0 or less).
+struct Decimal {
+  std::string digits;
+  int wholeLength = 0;
+};
+
+// The 15-significant-digit decimal form of |value|, the precision a Double holds reliably.
+Decimal FifteenDigits(double value) {
+  char buffer[40];
+  std::snprintf(buffer, sizeof buffer, "%.14e", std::fabs(value));
+  // "d.dddddddddddddde+XX"
+  Decimal d;
+  d.digits.reserve(15);
+  const char* p = buffer;
+  for (; *p && *p != 'e'; ++p)
+    if (*p >= '0' && *p <= '9') d.digits += *p;
+  d.wholeLength = (*p == 'e' ? std::atoi(p + 1) : 0) + 1;
+  if (d.digits.find_first_not_of('0') == std::string::npos) d.wholeLength = 1;
+  return d;
+}
+
+// The whole digits (without leading zeros, empty for 0) and exactly `decimals` fraction digits
+// of a decimal rounded to that many decimals, halves away from zero.
+struct Rounded {
+  std::string whole;
+  std::string fraction;
+  bool isZero() const {
+    return whole.empty() && fraction.find_first_not_of('0') == std::string::npos;
+  }
+};
+
+Rounded RoundDecimal(Decimal d, int decimals) {
+  const long keep = static_cast<long>(d.wholeLength) + decimals;
+  std::string all = d.digits;
+  if (keep < 0) {
+    all.clear();
+    d.wholeLength = -decimals;
+  } else if (static_cast<std::size_t>(keep) >= all.size()) {
+    all.append(keep - all.size(), '0');
+  } else {
+    const bool up = all[keep] >= '5';
+    all.resize(keep);
+    if (up) {
+      std::size_t i = all.size();
+      while (i > 0 && all[i - 1] == '9') all[--i] = '0';
+      if (i == 0) {
+        all.insert(all.begin(), '1');
+        ++d.wholeLength;
+      } else {
+        ++all[i - 1];
+      }
+    }
+  }
+  Rounded r;
+  if (d.wholeLength > 0) {
+    r.whole = all.substr(0, d.wholeLength);
+    r.whole.append(d.wholeLength - r.whole.size(), '0');
+    r.fraction = all.substr(r.whole.size());
+  } else {
+    r.fraction = std::string(-d.wholeLength, '0') + all;
+  }
+  r.fraction.resize(decimals, '0');
+  const auto firstNonZero = r.whole.find_first_not_of('0');
+  r.whole.erase(0, firstNonZero == std::string::npos ? r.whole.size() : firstNonZero);
+  return r;
+}
+
+void CheckFinite(double value) {
+  if (!std::isfinite(value)) Raise(kOverflow);
+}
+
+// The plain decimal text of |value| to 15 significant digits, never an exponent.
+Rounded PlainDigits(double value) {
+  Decimal d = FifteenDigits(value);
+  const auto last = d.digits.find_last_not_of('0');
+  const int significant = last == std::string::npos ? 0 : static_cast<int>(last) + 1;
+  const int decimals = std::max(0, significant - d.wholeLength);
+  return RoundDecimal(d, decimals);
+}
+
+// One section of a pattern.
+struct Section {
+  struct Item {
+    enum Kind { Zero, Hash, Literal } kind;
+    char literal;
+  };
+  std::vector<Item> whole;     // before the decimal point
+  std::vector<Item> fraction;  // after it
+  bool hasPoint = false;
+  bool grouping = false;
+  bool empty = true;
+
+  int decimals() const {
+    int n = 0;
+    for (const Item& item : fraction) n += item.kind != Item::Literal;
+    return n;
+  }
+};
+
+Section ParseSection(std::string_view text) {
+  Section s;
+  s.empty = text.empty();
+  for (const char c : text) {
+    std::vector<Section::Item>& items = s.hasPoint ? s.fraction : s.whole;
+    if (c == '0') {
+      items.push_back({Section::Item::Zero, c});
+    } else if (c == '#') {
+      items.push_back({Section::Item::Hash, c});
+    } else if (c == '.' && !s.hasPoint) {
+      s.hasPoint = true;
+    } else if (c == ',' && !s.hasPoint) {
+      s.grouping = true;
+    } else {
+      items.push_back({Section::Item::Literal, c});
+    }
+  }
+  return s;
+}
+
+std::string FormatSection(const Section& s, const Rounded& r, bool minus, const Locale& locale) {
+  // Whole part: the digits fill the placeholders from the right; the leftmost placeholder
+  // takes every digit left over, so a number never loses digits to a short pattern.
+  int placeholders = 0;
+  int minDigits = 0;
+  for (const Section::Item& item : s.whole) {
+    if (item.kind == Section::Item::Literal) continue;
+    ++placeholders;
+    if (item.kind == Section::Item::Zero && minDigits == 0) minDigits = -placeholders;
+  }
+  if (minDigits < 0) minDigits = placeholders + minDigits + 1;
+
+  std::string digits = r.whole;
+  if (static_cast<int>(digits.size()) < minDigits) digits.insert(0, minDigits - digits.size(), '0');
+  std::vector<std::string> tokens;  // one digit each, with the grouping sign that follows it
+  tokens.reserve(digits.size());
+  for (std::size_t i = 0; i < digits.size(); ++i) {
+    const std::size_t fromRight = digits.size() - 1 - i;
+    tokens.emplace_back(1, digits[i]);
+    if (s.grouping && fromRight > 0 && fromRight % 3 == 0) tokens.back() += locale.groupingSign();
+  }
+
+  std::vector<std::string> wholeOut;  // built right to left
+  std::size_t next = tokens.size();   // tokens[0, next) are still to place
+  int seen = 0;
+  for (auto it = s.whole.rbegin(); it != s.whole.rend(); ++it) {
+    if (it->kind == Section::Item::Literal) {
+      wholeOut.emplace_back(1, it->literal);
+      continue;
+    }
+    ++seen;
+    if (seen == placeholders) {
+      std::string rest;
+      for (std::size_t i = 0; i < next; ++i) rest += tokens[i];
+      wholeOut.push_back(std::move(rest));
+      next = 0;
+    } else if (next > 0) {
+      wholeOut.push_back(tokens[--next]);
+    }
+  }
+
+  std::string out = minus ? "-" : "";
+  for (auto it = wholeOut.rbegin(); it != wholeOut.rend(); ++it) out += *it;
+  const int decimals = s.decimals();
+  if (placeholders == 0 && decimals > 0) {
+    // A pattern such as ".00" still shows the whole digits, just before the point.
+    for (std::size_t i = 0; i < next; ++i) out += tokens[i];
+  }
+
+  if (s.hasPoint) out += locale.decimalSign();
+  // Fraction part: left to right; trailing # placeholders drop trailing zeros.
+  int shown = decimals;
+  {
+    int i = decimals;
+    for (auto it = s.fraction.rbegin(); it != s.fraction.rend() && i > 0; ++it) {
+      if (it->kind == Section::Item::Literal) continue;
+      if (it->kind != Section::Item::Hash || r.fraction[i - 1] != '0') break;
+      shown = --i;
+    }
+  }
+  int index = 0;
+  for (const Section::Item& item : s.fraction) {
+    if (item.kind == Section::Item::Literal) {
+      out += item.literal;
+    } else {
+      if (index < shown) out += r.fraction[index];
+      ++index;
+    }
+  }
+  return out;
+}
+
+bool IsBlank(char c) { return c == ' ' || c == '\t'; }
+bool IsDigit(char c) { return c >= '0' && c <= '9'; }
+
+enum class Reading { Numeric, NotNumeric, TooLarge };
+
+bool StartsWith(std::string_view text, std::size_t pos, const std::string& sign) {
+  return !sign.empty() && text.compare(pos, sign.size(), sign) == 0;
+}
+
+// Reads a plain ASCII number ("-123.45e6"); a magnitude beyond a Double is TooLarge, one below
+// its smallest is 0.
+Reading ReadPlain(const std::string& plain, double& value) {
+  const auto [end, ec] = std::from_chars(plain.data(), plain.data() + plain.size(), value);
+  if (ec == std::errc() && end == plain.data() + plain.size()) return Reading::Numeric;
+  if (ec != std::errc::result_out_of_range) return Reading::NotNumeric;
+  // Out of range: too large or too small? Compare the decimal exponent of the first
+  // significant digit with 0.
+  long long exponent = 0;
+  const auto e = plain.find('e');
+  if (e != std::string::npos) {
+    std::size_t i = e + 1;
+    const bool negative = plain[i] == '-';
+    if (plain[i] == '-' || plain[i] == '+') ++i;
+    for (; i < plain.size(); ++i) exponent = std::min(exponent * 10 + (plain[i] - '0'), 1LL << 40);
+    if (negative) exponent = -exponent;
+  }
+  const std::string mantissa = plain.substr(0, e);
+  const auto point = mantissa.find('.');
+  const long long beforePoint =
+      static_cast<long long>(point == std::string::npos ? mantissa.size() : point);
+  const auto first = mantissa.find_first_of("123456789");
+  const long long position = static_cast<long long>(first) - (first > point ? 1 : 0);
+  const long long magnitude = beforePoint - position - 1 + exponent;
+  if (magnitude >= 0) return Reading::TooLarge;
+  value = 0;
+  return Reading::Numeric;
+}
+
+Reading ReadLocaleNumber(std::string_view text, const Locale& locale, double& value) {
+  std::size_t pos = 0, end = text.size();
+  while (pos < end && IsBlank(text[pos])) ++pos;
+  while (end > pos && IsBlank(text[end - 1])) --end;
+  text = text.substr(0, end);
+  const auto skipBlanks = [&] {
+    while (pos < text.size() && IsBlank(text[pos])) ++pos;
+  };
+
+  bool bracket = false;
+  char sign = 0;
+  if (pos < text.size() && text[pos] == '(') {
+    bracket = true;
+    ++pos;
+    skipBlanks();
+  }
+  if (pos < text.size() && (text[pos] == '+' || text[pos] == '-')) {
+    sign = text[pos++];
+    skipBlanks();
+  }
+
+  std::string plain;  // ASCII digits, point and exponent; the sign is applied at the end
+  bool digits = false, point = false;
+  while (pos < text.size()) {
+    if (IsDigit(text[pos])) {
+      plain += text[pos++];
+      digits = true;
+    } else if (!point && StartsWith(text, pos, locale.decimalSign())) {
+      plain += '.';
+      point = true;
+      pos += locale.decimalSign().size();
+    } else if (!point && StartsWith(text, pos, locale.groupingSign())) {
+      pos += locale.groupingSign().size();
+    } else {
+      break;
+    }
+  }
+  if (!digits) return Reading::NotNumeric;
+
+  if (pos < text.size() && (text[pos] == 'e' || text[pos] == 'E')) {
+    ++pos;
+    plain += 'e';
+    if (pos < text.size() && (text[pos] == '+' || text[pos] == '-')) plain += text[pos++];
+    const std::size_t from = pos;
+    while (pos < text.size() && IsDigit(text[pos])) plain += text[pos++];
+    if (pos == from) return Reading::NotNumeric;
+  }
+  skipBlanks();
+  if (!sign && pos < text.size() && (text[pos] == '+' || text[pos] == '-')) {
+    sign = text[pos++];
+    skipBlanks();
+  }
+  if (bracket) {
+    if (sign || pos >= text.size() || text[pos] != ')') return Reading::NotNumeric;
+    ++pos;
+  }
+  if (pos != text.size()) return Reading::NotNumeric;
+
+  const bool negative = bracket || sign == '-';
+  const Reading reading = ReadPlain(plain, value);
+  if (reading == Reading::Numeric) value = (negative ? -value : value) + 0.0;
+  return reading;
+}
+
+}  // namespace
+
+std::string FormatNumber(double value, std::string_view pattern, const Locale& locale) {
+  CheckFinite(value);
+  if (pattern.empty()) return GeneralNumber(value, locale);
+
+  std::vector<Section> sections;
+  std::size_t from = 0;
+  while (sections.size() < 3) {
+    const std::size_t semicolon = pattern.find(';', from);
+    sections.push_back(ParseSection(pattern.substr(from, semicolon - from)));
+    if (semicolon == std::string_view::npos) break;
+    from = semicolon + 1;
+  }
+
+  const Decimal d = FifteenDigits(value);
+  const auto formatWith = [&](const Section& s, bool minus) {
+    if (s.empty) {
+      const std::string general = GeneralNumber(std::fabs(value), locale);
+      return minus ? "-" + general : general;
+    }
+    return FormatSection(s, RoundDecimal(d, s.decimals()), minus, locale);
+  };
+  const auto formatZero = [&] {
+    const Section& s = sections.size() > 2 && !sections[2].empty ? sections[2] : sections[0];
+    if (s.empty) return GeneralNumber(0, locale);
+    return FormatSection(s, RoundDecimal(Decimal{"0", 1}, s.decimals()), false, locale);
+  };
+
+  const bool negative = value < 0;
+  const bool ownNegative = negative && sections.size() > 1 && !sections[1].empty;
+  const Section& s = ownNegative ? sections[1] : sections[0];
+  // A value that rounds to zero is zero: no minus sign, and the zero section if there is one.
+  if (s.empty ? value == 0 : RoundDecimal(d, s.decimals()).isZero()) return formatZero();
+  return formatWith(s, negative && !ownNegative);
+}
+
+std::string StrOfDouble(double value) {
+  CheckFinite(value);
+  const Rounded r = PlainDigits(value);
+  std::string out = value < 0 && !r.isZero() ? "-" : " ";
+  if (r.isZero()) return out + "0";
+  out += r.whole;
+  if (!r.fraction.empty()) out += "." + r.fraction;
+  return out;
+}
+
+std::string GeneralNumber(double value, const Locale& locale) {
+  CheckFinite(value);
+  const Rounded r = PlainDigits(value);
+  if (r.isZero()) return "0";
+  std::string out = value < 0 ? "-" : "";
+  out += r.whole.empty() ? "0" : r.whole;
+  if (!r.fraction.empty()) out += locale.decimalSign() + r.fraction;
+  return out;
+}
+
+bool IsNumericText(std::string_view text, const Locale& locale) {
+  double value = 0;
+  return ReadLocaleNumber(text, locale, value) == Reading::Numeric;
+}
+
+double ReadNumericText(std::string_view text, const Locale& locale) {
+  double value = 0;
+  switch (ReadLocaleNumber(text, locale, value)) {
+    case Reading::Numeric:
+      return value;
+    case Reading::TooLarge:
+      Raise(kOverflow);
+    case Reading::NotNumeric:
+      break;
+  }
+  Raise(kTypeMismatch);
+}
+
+double Val(std::string_view text) {
+  // Blanks, tabs and line feeds count for nothing anywhere in the text.
+  std::string plain;
+  std::size_t pos = 0;
+  const auto peek = [&]() -> char {
+    while (pos < text.size() &&
+           (text[pos] == ' ' || text[pos] == '\t' || text[pos] == '\n' || text[pos] == '\r'))
+      ++pos;
+    return pos < text.size() ? text[pos] : '\0';
+  };
+  bool negative = false;
+  if (peek() == '+' || peek() == '-') negative = text[pos++] == '-';
+  bool digits = false, point = false;
+  for (char c = peek(); IsDigit(c) || (c == '.' && !point); c = peek()) {
+    plain += c;
+    digits = digits || IsDigit(c);
+    point = point || c == '.';
+    ++pos;
+  }
+  if (!digits) return 0;
+  char c = peek();
+  if (c == 'e' || c == 'E' || c == 'd' || c == 'D') {
+    const std::size_t mark = pos;
+    ++pos;
+    std::string exponent = "e";
+    if (peek() == '+' || peek() == '-') exponent += text[pos++];
+    bool any = false;
+    for (c = peek(); IsDigit(c); c = peek()) {
+      exponent += c;
+      any = true;
+      ++pos;
+    }
+    if (any)
+      plain += exponent;
+    else
+      pos = mark;
+  }
+  if (plain.front() == '.') plain.insert(0, "0");
+  double value = 0;
+  if (ReadPlain(plain, value) == Reading::TooLarge) Raise(kOverflow);
+  return (negative ? -value : value) + 0.0;
+}
+
+}  // namespace quillon

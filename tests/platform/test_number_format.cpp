@@ -1,0 +1,273 @@
+// Number texts under en_US and de_DE: patterns, plain texts, the numeric test and reading, Val.
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <limits>
+#include <string>
+
+#include "platform/locale.h"
+#include "platform/number_format.h"
+#include "platform/runtime_error.h"
+
+namespace quillon {
+namespace {
+
+template <typename F>
+Long ErrorOf(F&& f) {
+  try {
+    f();
+  } catch (const RuntimeError& e) {
+    return e.number();
+  }
+  return 0;
+}
+
+constexpr const char* kAmount = "#,##0.00;(#,##0.00)";
+
+struct FormatCase {
+  double value;
+  const char* pattern;
+  const char* point;  // en_US
+  const char* comma;  // de_DE
+};
+
+const FormatCase kFormatCases[] = {
+    // Prices: "0" and the pip text, each digit 1 made 0.
+    {1.23456, "0.0000", "1.2346", "1,2346"},
+    {1.2, "0.0000", "1.2000", "1,2000"},
+    {123.4, "0.00", "123.40", "123,40"},
+    {0.25, "0.0", "0.3", "0,3"},
+    {1234.6, "00", "1235", "1235"},
+    {7, "00", "07", "07"},
+    {1.2345, "00", "01", "01"},
+    {-0.0001, "0.0000", "-0.0001", "-0,0001"},
+    {1.23455, "0.0000", "1.2346", "1,2346"},  // halves away from zero on the 15-digit form
+    {1.005, "0.00", "1.01", "1,01"},
+    {-1.005, "0.00", "-1.01", "-1,01"},
+    {110.125, "0.00", "110.13", "110,13"},
+    {0.000049, "0.0000", "0.0000", "0,0000"},
+    {-0.00004, "0.0000", "0.0000", "0,0000"},  // rounds to zero: no minus sign
+    {1.2345, "0.00000", "1.23450", "1,23450"},
+    {99.99, "0.0", "100.0", "100,0"},
+    {9.5, "0", "10", "10"},
+    {1234567.891, "0.00", "1234567.89", "1234567,89"},
+    {0.1 + 0.2, "0.0000000000000000", "0.3000000000000000", "0,3000000000000000"},
+    {1e20, "0", "100000000000000000000", "100000000000000000000"},
+    // Amounts.
+    {1234.5, kAmount, "1,234.50", "1.234,50"},
+    {-1234.5, kAmount, "(1,234.50)", "(1.234,50)"},
+    {0, kAmount, "0.00", "0,00"},
+    {1e6, kAmount, "1,000,000.00", "1.000.000,00"},
+    {0.005, kAmount, "0.01", "0,01"},
+    {-0.004, kAmount, "0.00", "0,00"},
+    {999.995, kAmount, "1,000.00", "1.000,00"},
+    {-123456789.125, kAmount, "(123,456,789.13)", "(123.456.789,13)"},
+    {100, kAmount, "100.00", "100,00"},
+    // Whole contracts.
+    {0, "####;(####)", "", ""},
+    {0.4, "####;(####)", "", ""},
+    {-0.4, "####;(####)", "", ""},
+    {0.5, "####;(####)", "1", "1"},
+    {-3.6, "####;(####)", "(4)", "(4)"},
+    {123456, "####;(####)", "123456", "123456"},
+    // Other placeholders and sections.
+    {0, "0.0", "0.0", "0,0"},
+    {1.5, "0.0#", "1.5", "1,5"},
+    {1.25, "0.0#", "1.25", "1,25"},
+    {3, "0.##", "3.", "3,"},
+    {0.5, ".00", ".50", ",50"},
+    {12.5, ".00", "12.50", "12,50"},
+    {-5, "0.00", "-5.00", "-5,00"},
+    {-5, "0.00;", "-5.00", "-5,00"},  // an empty negative section writes the first with a minus
+    {0, "0.00;(0.00);nil", "nil", "nil"},
+    {0.001, "0.00;(0.00);nil", "nil", "nil"},
+    {-2, "0.00;(0.00);nil", "(2.00)", "(2,00)"},
+    {1234, "#,##0", "1,234", "1.234"},
+    {12, "0000", "0012", "0012"},
+    {12345, "0-00", "123-45", "123-45"},
+    {2.5, "0 EUR", "3 EUR", "3 EUR"},
+    {5, "abc", "abc", "abc"},
+    {2.5, "", "2.5", "2,5"},
+    {1.0005, "0.0005", "1.0015", "1,0015"},  // digits 1-9 are literals
+};
+
+class NumberFormatTest : public ::testing::TestWithParam<const char*> {
+ protected:
+  const Locale locale_ = Locale::ByName(GetParam());
+  bool comma() const { return locale_.decimalSign() == ","; }
+};
+
+TEST_P(NumberFormatTest, FormatsByPattern) {
+  for (const FormatCase& c : kFormatCases) {
+    SCOPED_TRACE(testing::Message() << c.value << " with \"" << c.pattern << "\"");
+    EXPECT_EQ(FormatNumber(c.value, c.pattern, locale_), comma() ? c.comma : c.point);
+  }
+}
+
+TEST_P(NumberFormatTest, WhatThePatternsWriteReadsBack) {
+  const double values[] = {0,     1234.5, -1234.5,    1e6, 0.01, 999999999.99,
+                           -0.07, 1.2346, 123456.789, 7,   -12,  0.0001};
+  for (const char* pattern : {kAmount, "0.0000", "0.00", "00", "0.0", "0.00000", "#,##0"}) {
+    for (double v : values) {
+      const std::string text = FormatNumber(v, pattern, locale_);
+      SCOPED_TRACE(testing::Message() << v << " with \"" << pattern << "\" as " << text);
+      ASSERT_TRUE(IsNumericText(text, locale_));
+      EXPECT_EQ(FormatNumber(ReadNumericText(text, locale_), pattern, locale_), text);
+    }
+  }
+  for (double v : {0.5, -2.0, 1234.5, 0.333333333333333, 1e-7, 123456789012345.0}) {
+    const std::string text = GeneralNumber(v, locale_);
+    SCOPED_TRACE(text);
+    ASSERT_TRUE(IsNumericText(text, locale_));
+    EXPECT_DOUBLE_EQ(ReadNumericText(text, locale_), v);
+  }
+}
+
+TEST_P(NumberFormatTest, NonFiniteValuesOverflow) {
+  for (double v :
+       {std::numeric_limits<double>::infinity(), std::numeric_limits<double>::quiet_NaN()}) {
+    EXPECT_EQ(ErrorOf([&] { FormatNumber(v, kAmount, locale_); }), kOverflow);
+    EXPECT_EQ(ErrorOf([&] { GeneralNumber(v, locale_); }), kOverflow);
+    EXPECT_EQ(ErrorOf([&] { StrOfDouble(v); }), kOverflow);
+  }
+}
+
+TEST_P(NumberFormatTest, GeneralNumberUsesTheLocalesDecimalSign) {
+  const struct {
+    double value;
+    const char* point;
+    const char* comma;
+  } cases[] = {
+      {0.5, "0.5", "0,5"},
+      {1234.5, "1234.5", "1234,5"},
+      {-2, "-2", "-2"},
+      {0, "0", "0"},
+      {-0.0, "0", "0"},
+      {1.0 / 3, "0.333333333333333", "0,333333333333333"},
+      {0.1 + 0.2, "0.3", "0,3"},
+      {1e-5, "0.00001", "0,00001"},
+      {2e15, "2000000000000000", "2000000000000000"},
+  };
+  for (const auto& c : cases) {
+    EXPECT_EQ(GeneralNumber(c.value, locale_), comma() ? c.comma : c.point);
+  }
+}
+
+struct NumericCase {
+  const char* text;
+  bool enNumeric;
+  double enValue;
+  bool deNumeric;
+  double deValue;
+};
+
+const NumericCase kNumericCases[] = {
+    {"1234.5", true, 1234.5, true, 12345},  // "." groups in German, anywhere in the whole part
+    {"1,234.50", true, 1234.5, false, 0},
+    {"(1,234.50)", true, -1234.5, false, 0},
+    {"1.234,5", false, 0, true, 1234.5},
+    {"(1.234,50)", false, 0, true, -1234.5},
+    {"1,5", true, 15, true, 1.5},
+    {"  12  ", true, 12, true, 12},
+    {"\t12", true, 12, true, 12},
+    {"-12", true, -12, true, -12},
+    {"+12", true, 12, true, 12},
+    {"12-", true, -12, true, -12},
+    {"12 -", true, -12, true, -12},
+    {"- 12", true, -12, true, -12},
+    {"( 12 )", true, -12, true, -12},
+    {"0.00", true, 0, true, 0},
+    {"(0.00)", true, 0, true, 0},
+    {"5.", true, 5, true, 5},
+    {".5", true, 0.5, true, 5},
+    {"1e3", true, 1000, true, 1000},
+    {"1.5E-2", true, 0.015, true, 15e-2},
+    {"2E+2", true, 200, true, 200},
+    {"1,2,3", true, 123, false, 0},
+    {"1e-400", true, 0, true, 0},
+    {"", false, 0, false, 0},
+    {"   ", false, 0, false, 0},
+    {"abc", false, 0, false, 0},
+    {"   -   ", false, 0, false, 0},
+    {"-", false, 0, false, 0},
+    {".", false, 0, false, 0},
+    {",", false, 0, false, 0},
+    {"()", false, 0, false, 0},
+    {"(12", false, 0, false, 0},
+    {"12)", false, 0, false, 0},
+    {"(-12)", false, 0, false, 0},
+    {"-12-", false, 0, false, 0},
+    {"--12", false, 0, false, 0},
+    {"1E", false, 0, false, 0},
+    {"1e+", false, 0, false, 0},
+    {"12a", false, 0, false, 0},
+    {"1 2", false, 0, false, 0},
+    {"1.2.3", false, 0, true, 123},
+    {"1,2,3.4,5", false, 0, false, 0},
+    {"1e400", false, 0, false, 0},
+};
+
+TEST_P(NumberFormatTest, NumericTextAndItsValue) {
+  const bool de = comma();
+  for (const NumericCase& c : kNumericCases) {
+    SCOPED_TRACE(testing::Message() << "\"" << c.text << "\"");
+    const bool numeric = de ? c.deNumeric : c.enNumeric;
+    EXPECT_EQ(IsNumericText(c.text, locale_), numeric);
+    if (numeric) {
+      EXPECT_DOUBLE_EQ(ReadNumericText(c.text, locale_), de ? c.deValue : c.enValue);
+    } else {
+      EXPECT_NE(ErrorOf([&] { ReadNumericText(c.text, locale_); }), 0);
+    }
+  }
+  EXPECT_EQ(ErrorOf([&] { ReadNumericText("abc", locale_); }), kTypeMismatch);
+  EXPECT_EQ(ErrorOf([&] { ReadNumericText("1e400", locale_); }), kOverflow);
+  EXPECT_FALSE(std::signbit(ReadNumericText("(0.00)", locale_)));
+}
+
+INSTANTIATE_TEST_SUITE_P(Locales, NumberFormatTest, ::testing::Values("en_US", "de_DE"));
+
+TEST(StrOfDoubleTest, WritesThePlainDecimalTextWithAPoint) {
+  const struct {
+    double value;
+    const char* text;
+  } cases[] = {
+      {0.0001, " .0001"},
+      {0.01, " .01"},
+      {1, " 1"},
+      {10, " 10"},
+      {0.1, " .1"},
+      {-0.5, "-.5"},
+      {0, " 0"},
+      {-0.0, " 0"},
+      {0.00001, " .00001"},
+      {1e20, " 100000000000000000000"},
+      {1.0 / 3, " .333333333333333"},
+      {0.1 + 0.2, " .3"},
+      {-1234.5678, "-1234.5678"},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.value);
+    EXPECT_EQ(StrOfDouble(c.value), c.text);
+  }
+}
+
+TEST(ValTest, ReadsAsFarAsTheNumberGoes) {
+  const struct {
+    const char* text;
+    double value;
+  } cases[] = {
+      {"4>", 4},   {"11", 11},     {"x1", 0},      {"", 0},       {" 12 3", 123}, {"-5", -5},
+      {"+5", 5},   {"- 5", -5},    {"1.5.6", 1.5}, {".5", 0.5},   {"1,5", 1},     {"1e3", 1000},
+      {"1E", 1},   {"1d2", 100},   {"2e-1x", 0.2}, {"-", 0},      {".", 0},       {"--5", 0},
+      {"&H10", 0}, {"\t7\n8", 78}, {"1e-400", 0},  {"12abc", 12},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(testing::Message() << "\"" << c.text << "\"");
+    EXPECT_DOUBLE_EQ(Val(c.text), c.value);
+  }
+  EXPECT_EQ(ErrorOf([] { Val("1e400"); }), kOverflow);
+}
+
+}  // namespace
+}  // namespace quillon
