@@ -1,0 +1,101 @@
+// The arguments of a scripted call: reading them by name, and reporting what a call changed.
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <string>
+
+#include "call_args.h"
+
+namespace quillon::script {
+namespace {
+
+std::size_t IndexOf(const MethodSpec& m, const std::string& name) {
+  for (std::size_t i = 0; i < m.params.size(); ++i)
+    if (name == m.params[i].name) return i;
+  ADD_FAILURE() << "no argument " << name;
+  return 0;
+}
+
+TEST(CallArgs, MissingArgumentsAreTheZeroOfTheirType) {
+  for (const MethodSpec& m : Methods()) {
+    SCOPED_TRACE(m.name);
+    CallArgs args = CallArgs::Read(m, Json::object());
+    ASSERT_EQ(args.values().size(), m.params.size());
+    for (std::size_t i = 0; i < m.params.size(); ++i)
+      EXPECT_TRUE(SameValue(args.values()[i], DefaultValue(m.params[i].type))) << m.params[i].name;
+    // No "args" at all reads the same.
+    CallArgs none = CallArgs::Read(m, Json());
+    EXPECT_EQ(none.ChangedSince(args), Json::object());
+  }
+}
+
+TEST(CallArgs, ReadsArgumentsByNameIntoTheirPlaces) {
+  const MethodSpec& m = *FindMethod("Initialise");
+  CallArgs args =
+      CallArgs::Read(m, Json::parse(R"({"Status": -1, "ValueDate": "2001-03-05", "FreeFormat": "x",
+                         "Quantity": 1000000, "Reason": 3, "InstrumentID": 10})"));
+  EXPECT_EQ(args.L(IndexOf(m, "Status")), -1);
+  EXPECT_EQ(args.D(IndexOf(m, "ValueDate")), 36955.0);
+  EXPECT_EQ(args.S(IndexOf(m, "FreeFormat")), "x");
+  EXPECT_EQ(args.D(IndexOf(m, "Quantity")), 1000000.0);
+  EXPECT_EQ(args.I(IndexOf(m, "Reason")), 3);
+  EXPECT_EQ(args.L(IndexOf(m, "InstrumentID")), 10);
+  EXPECT_EQ(args.L(IndexOf(m, "OrderID")), 0);
+  EXPECT_EQ(args.D(IndexOf(m, "Expiry")), 0.0);
+
+  const MethodSpec& ack = *FindMethod("GuaranteedMsgAck");
+  CallArgs a = CallArgs::Read(ack, Json::parse(R"({"Success": true, "GID": 4})"));
+  EXPECT_TRUE(a.B(2));
+  EXPECT_EQ(a.I(1), 4);
+}
+
+TEST(CallArgs, RefusesUnknownNamesAndWrongTypes) {
+  struct Case {
+    const char* method;
+    const char* args;
+    const char* error;
+  };
+  const Case cases[] = {
+      {"Initialise", R"({"Statsu": 1})", "unknown argument \"Statsu\" of Initialise"},
+      {"Initialise", R"({"Encrypt": true})", "unknown argument \"Encrypt\" of Initialise"},
+      {"Initialise", R"({"Status": "1"})", "argument \"Status\": expected a whole number"},
+      {"GuaranteedMsgAck", R"({"GID": 40000})", "argument \"GID\": expected a whole number"},
+      {"GuaranteedMsgAck", R"({"Success": 1})", "argument \"Success\": expected true or false"},
+      {"Valid_Value_Date", R"({"dtValue": "tomorrow"})", "argument \"dtValue\": expected a date"},
+      {"LoadAccount", R"([1, 2])", "field \"args\": expected an object"},
+  };
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.args);
+    try {
+      CallArgs::Read(*FindMethod(c.method), Json::parse(c.args));
+      ADD_FAILURE() << "no error";
+    } catch (const ScriptError& e) {
+      EXPECT_NE(std::string(e.what()).find(c.error), std::string::npos) << e.what();
+    }
+  }
+  EXPECT_EQ(FindMethod("initialise"), nullptr);
+}
+
+TEST(CallArgs, ReportsOnlyChangedArgumentsInArgumentOrder) {
+  const MethodSpec& m = *FindMethod("OrderGeneric");
+  const CallArgs before =
+      CallArgs::Read(m, Json::parse(R"({"OrderType": 1, "FreeFormat": "a", "Price": 1.5})"));
+  CallArgs after = before;
+  // Changed in an order other than the arguments'.
+  after.S(IndexOf(m, "FreeFormat")) = "b";
+  after.D(IndexOf(m, "Duration")) = 32874;
+  after.L(IndexOf(m, "OrderType")) = 2;
+  after.B(IndexOf(m, "Encrypt")) = true;
+  after.D(IndexOf(m, "Price")) = 1.5;  // written, not changed
+  EXPECT_EQ(after.ChangedSince(before).dump(),
+            R"({"OrderType":2,"Duration":"1990-01-01T00:00:00","FreeFormat":"b","Encrypt":true})");
+
+  CallArgs nan = before;
+  nan.D(IndexOf(m, "Strike")) = std::nan("");
+  CallArgs nanAgain = nan;
+  EXPECT_EQ(nanAgain.ChangedSince(nan), Json::object());
+  EXPECT_EQ(nan.ChangedSince(before).dump(), R"({"Strike":null})");
+}
+
+}  // namespace
+}  // namespace quillon::script
