@@ -6,6 +6,7 @@ packages=(
   cmake ninja-build g++ pkg-config
   libicu-dev
   nlohmann-json3-dev
+  libquantlib0-dev
   googletest libgtest-dev libgmock-dev libbenchmark-dev
   locales
 )

@@ -9,8 +9,10 @@
 #include <string>
 #include <vector>
 
+#include "platform/date.h"
 #include "platform/headless_loop.h"
 #include "platform/locale.h"
+#include "platform/number_format.h"
 #include "ticket/ticket_model.h"
 
 namespace quillon {
@@ -31,6 +33,12 @@ struct TicketProbe {
   void SetColour(Long colour, Long edit) { t.Set_Ticket_Colour(colour, edit); }
   InstrumentRec InstGetArray(Long id) { return t.Inst_Get_Array(id); }
   std::string ResString(double n) { return t.LoadResString(n); }
+  Date TradingDayOf(Date dt) { return t.Trading_Day_Of(dt); }
+  Long FindNewInst(Long id, Date value) { return t.Find_New_Inst(id, value); }
+  bool InstFamily(Long id, std::vector<Long>& family) { return t.Get_Inst_Family(id, family); }
+  void ValueClick() { t.cmdValue_Click(); }
+  void CalendarDateClick(Date day) { t.calValueDate_DateClick(day); }
+  void CalendarKey(Integer key) { t.calValueDate_KeyPress(key); }
 };
 
 // One event as the host saw it: its name and its arguments as text, in order.
@@ -85,6 +93,19 @@ class RecordingHost : public ClientticketEvents {
     add("GetReason", {std::to_string(reason)});
   }
   void GID(Integer& gid) override { add("GID", {std::to_string(gid)}); }
+  // Answers VtInstGetArrayAll when set: from the query's BaseID, ValueID and LinkID it fills
+  // the array of instrument numbers; bSuccess is left as passed.
+  std::function<void(Long, Long, Long, Variant&)> instGetArrayAll;
+  void VtInstGetArrayAll(Long& BaseID, Long& ValueID, Long& LinkID, Long& SourceID,
+                         Integer& InstType, Integer& Term, Date& Expiry, Integer& Status,
+                         Variant& InstrumentIDArray, Variant&, Variant&, Variant&, Variant&,
+                         Boolean&) override {
+    add("VtInstGetArrayAll",
+        {std::to_string(BaseID), std::to_string(ValueID), std::to_string(LinkID),
+         std::to_string(SourceID), std::to_string(InstType), std::to_string(Term),
+         std::to_string(Expiry), std::to_string(Status)});
+    if (instGetArrayAll) instGetArrayAll(BaseID, ValueID, LinkID, InstrumentIDArray);
+  }
   void Message(std::string message) override { add("Message", {message}); }
   void Connected(Boolean& c) override {
     c = connected;
