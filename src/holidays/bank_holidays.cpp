@@ -117,30 +117,36 @@ std::vector<std::string> BankHolidays::knownCurrencies() {
   return codes;
 }
 
+bool BankHolidays::isHoliday(const std::string& isoCode, Date date) {
+  long long day = 0;
+  if (!DayOf(date, day)) return false;
+  const std::string code = Upper(isoCode);
+  auto calendar = Calendars().find(code);
+  if (calendar == Calendars().end()) return false;
+  // From 1 March 1900 on, the ticket's day count and QuantLib's serial number agree.
+  const long long first = ql::Date::minDate().serialNumber();
+  const long long last = ql::Date::maxDate().serialNumber();
+  if (day < first || day > last) return false;
+  try {
+    const ql::Date qlDate(static_cast<ql::Date::serial_type>(day));
+    // QuantLib counts weekends as holidays too; only the holiday itself is asked for here.
+    if (calendar->second.isWeekend(qlDate.weekday())) return false;
+    return !calendar->second.isBusinessDay(qlDate);
+  } catch (const std::exception& error) {
+    Raise(kInvalidProcedureCall,
+          "No holiday calendar for " + code + " on that date: " + error.what());
+  }
+}
+
 Long BankHolidays::IsValueDateABankHol(Long instrumentID, Date date) {
   constexpr Long kHoliday = -1;
   long long day = 0;
   if (!DayOf(date, day)) return 0;
-
   auto own = state_->ownDays.find(instrumentID);
   if (own != state_->ownDays.end() && own->second.count(day) != 0) return kHoliday;
-
   auto currency = state_->currencies.find(instrumentID);
   if (currency == state_->currencies.end()) return 0;
-  // From 1 March 1900 on, the ticket's day count and QuantLib's serial number agree.
-  const long long first = ql::Date::minDate().serialNumber();
-  const long long last = ql::Date::maxDate().serialNumber();
-  if (day < first || day > last) return 0;
-  try {
-    const ql::Calendar& calendar = Calendars().at(currency->second);
-    const ql::Date qlDate(static_cast<ql::Date::serial_type>(day));
-    // QuantLib counts weekends as holidays too; only the holiday itself is asked for here.
-    if (calendar.isWeekend(qlDate.weekday())) return 0;
-    return calendar.isBusinessDay(qlDate) ? 0 : kHoliday;
-  } catch (const std::exception& error) {
-    Raise(kInvalidProcedureCall,
-          "No holiday calendar for " + currency->second + " on that date: " + error.what());
-  }
+  return isHoliday(currency->second, date) ? kHoliday : 0;
 }
 
 }  // namespace quillon

@@ -35,6 +35,9 @@ class BankHolidays : public HolidayLibrary {
   static bool knowsCurrency(const std::string& isoCode);
   // The ISO codes with a calendar, in alphabetical order.
   static std::vector<std::string> knownCurrencies();
+  // Whether the day of `date` is a holiday in the calendar of an ISO code alone, weekends
+  // aside; false for a code with no calendar and for years outside 1901 to 2199.
+  static bool isHoliday(const std::string& isoCode, Date date);
 
   // -1 when the day of `date` is a bank holiday of the instrument, else 0. Calendars cover
   // 1901 to 2199; outside those years only a host's own dates count. A calendar that cannot

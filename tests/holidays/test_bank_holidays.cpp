@@ -93,6 +93,10 @@ TEST_F(BankHolidaysTest, HostDatesAndCurrencyCodes) {
     EXPECT_NE(std::find(codes.begin(), codes.end(), code), codes.end()) << code;
   }
   EXPECT_TRUE(std::is_sorted(codes.begin(), codes.end()));
+  // A calendar alone, by its code.
+  EXPECT_TRUE(BankHolidays::isHoliday("usd", D(2025, 7, 4)));
+  EXPECT_FALSE(BankHolidays::isHoliday("GBP", D(2025, 7, 4)));
+  EXPECT_FALSE(BankHolidays::isHoliday("XYZ", D(2025, 12, 25)));
 }
 
 // A ticket asking the library about EUR/USD, USD/JPY and EUR/GBP.
