@@ -1,17 +1,84 @@
 // Accounts and equity: LoadAccount, cmbAccount_Click, ReceivedEquity.
 
+#include <string>
+
+#include "platform/number_format.h"
 #include "ticket/ticket_model.h"
 
 namespace quillon {
 
 void Clientticket::LoadAccount(Long& AccountID, std::string& AccountName, Long& PriceProfile) {
-  (void)AccountID, (void)AccountName, (void)PriceProfile;
+  try {
+    // The upper bound is a 16-bit count: past 32767 accounts the call overflows.
+    const Integer upper = CInt(static_cast<double>(Accounts.size()) - 1);
+    for (Integer i = 1; i <= upper; ++i) {
+      AccountRec& account = Accounts.at(i);
+      if (account.AccountID == AccountID) {
+        // An update keeps the list's entry and its old text.
+        account.AccountName = AccountName;
+        account.PriceProfile = PriceProfile;
+        return;
+      }
+      yield();
+    }
+    Accounts.push_back(AccountRec{AccountID, AccountName, PriceProfile});
+    cmbAccount.AddItem(AccountName);
+    const Long newIndex = cmbAccount.ListCount() - 1;
+    cmbAccount.setItemData(newIndex, AccountID);
+    if (AccountID == TicketMembers::AccountID) cmbAccount.setListIndex(newIndex);
+  } catch (...) {
+    Report(CurrentError(), "LoadAccount", false);
+  }
 }
 
-void Clientticket::cmbAccount_Click() {}
+void Clientticket::cmbAccount_Click() {
+  Long id = 0;
+  ResumeNext([&] { id = cmbAccount.ItemData(cmbAccount.ListIndex()); });
+  // The walk's bound is taken once; the array only grows while the walk yields.
+  const std::size_t upper = Accounts.size() - 1;
+  for (std::size_t i = 1; i <= upper && i < Accounts.size(); ++i) {
+    if (Accounts[i].AccountID == id) {
+      ResumeNext([&] {
+        if (CurrentAccount.PriceProfile != Accounts[i].PriceProfile) {
+          // The host may rewrite the element's profile through the look-up.
+          Long profile = Accounts[i].PriceProfile;
+          const PriceRec price = Price_Get_Array(InstrumentID, CompanyCtrPty, profile);
+          if (i < Accounts.size()) Accounts[i].PriceProfile = profile;
+          Bid = price.Bid;
+          Offer = price.Offer;
+          Check_Price(false);
+          Update_Quantities();
+        }
+      });
+      ResumeNext([&] { CurrentAccount = Accounts.at(i); });
+      ResumeNext([&] { PriceProfileID = Accounts.at(i).PriceProfile; });
+      break;
+    }
+    yield();
+  }
+  AccountID = id;
+  Long allInstruments = -1;
+  ResumeNext([&] { host().RequestEquity(AccountID, allInstruments); });
+  ResumeNext([&] { cmdOKCancel(0).setEnabled(Check_Order()); });
+}
 
 Variant Clientticket::ReceivedEquity(Long& Account, double& Equity, double& TradingLimit) {
-  (void)Account, (void)Equity, (void)TradingLimit;
+  try {
+    if (!fraTradeConf.Visible()) {
+      if (Account != AccountID) return {};
+      txtEquity.setText(FormatNumber(Equity, kAmountPattern, locale()));
+      txtTradLimit.setText(FormatNumber(TradingLimit, kAmountPattern, locale()));
+    } else if (DummyLive == LIVE_TRADING && Account == AccountID && !EquityShown) {
+      // The confirmation of a live user ends in "The new tradable equity is ", waiting for this.
+      EquityShown = true;
+      lblTradeConf.setCaption(lblTradeConf.Caption() +
+                              FormatNumber(Equity, kAmountPattern, locale()) + "\r\n" +
+                              "Unless stated otherwise, " + kCompanyNameLong +
+                              " acts as a principal in all trades.");
+    }
+  } catch (...) {
+    Report(CurrentError(), "ReceivedEquity", false);
+  }
   return {};
 }
 

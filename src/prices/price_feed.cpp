@@ -1,4 +1,4 @@
-// Live prices: PriceGeneric.
+// Live prices: PriceGeneric, the one door for ticks and for the ticket's own refresh.
 
 #include "ticket/ticket_model.h"
 
@@ -7,8 +7,33 @@ namespace quillon {
 void Clientticket::PriceGeneric(Long& InstrumentID, Long& CounterpartyID, double& Bid,
                                 double& Offer, Long& PriceType, Long& SourceID,
                                 Date& PriceTime) {
-  (void)InstrumentID, (void)CounterpartyID, (void)Bid, (void)Offer, (void)PriceType;
-  (void)SourceID, (void)PriceTime;
+  (void)CounterpartyID, (void)PriceTime;  // never read
+  try {
+    // Only a blank form that is not showing its order statement follows the market.
+    if (PriceType != PRICE_TRADED) return;
+    if (InstrumentID != TicketMembers::InstrumentID) return;
+    if (Status != ORDER_BLANK) return;
+    if (fraConf.Visible()) return;
+
+    if (CurrentAccount.PriceProfile == -1) {
+      TicketMembers::Bid = Bid;
+      TicketMembers::Offer = Offer;
+    } else {
+      // A client on a price profile sees the host's price for it, never the raw tick.
+      const PriceRec price = Price_Get_Array(InstrumentID, SourceID, CurrentAccount.PriceProfile);
+      TicketMembers::Bid = price.Bid;
+      TicketMembers::Offer = price.Offer;
+    }
+    MarketPrice = optBuySell(0).Value() ? TicketMembers::Offer : TicketMembers::Bid;
+    txtPrice.setText(Single_Price_As_String(MarketPrice, Pip));
+    txtBid.setText(Single_Price_As_String(TicketMembers::Bid, Pip));
+    txtOffer.setText(Single_Price_As_String(TicketMembers::Offer, Pip));
+    Check_Price(false);
+    Update_Quantities();
+    Check_Order();
+  } catch (...) {
+    Report(CurrentError(), "PriceGeneric", false);
+  }
 }
 
 }  // namespace quillon

@@ -1,9 +1,75 @@
 // The dealing side and its captions: Check_Price.
 
+#include <string>
+
 #include "ticket/ticket_model.h"
 
 namespace quillon {
+namespace {
 
-void Clientticket::Check_Price(Boolean bReset) { (void)bReset; }
+constexpr Long kBlue = 0x00FF0000;
+constexpr Long kRed = 0x000000FF;
+constexpr Long kWindowText = static_cast<Long>(0x80000008);
+
+}  // namespace
+
+void Clientticket::Check_Price(Boolean bReset) {
+  try {
+    if (bReset) {
+      const PriceRec price = Price_Get_Array(InstrumentID, CompanyCtrPty, CurrentAccount.PriceProfile);
+      Bid = price.Bid;
+      Offer = price.Offer;
+    }
+
+    // Blue is the currency the client buys, red the one he sells. The buttons' texts follow
+    // the ruling currency alone.
+    auto paint = [&](double price, const char* left, const char* right, bool buysBase) {
+      MarketPrice = price;
+      cmdBuySell(0).setCaption(left);
+      cmdBuySell(1).setCaption(right);
+      constexpr double kBuy = 37, kSell = 38;
+      Label1(4).setForeColor(buysBase ? kBlue : kRed);
+      Label1(4).setCaption(LoadResString(buysBase ? kBuy : kSell) + " " + BaseInst.ShortDesc);
+      Label1(6).setForeColor(buysBase ? kRed : kBlue);
+      Label1(6).setCaption(LoadResString(buysBase ? kSell : kBuy) + " " + ValueInst.ShortDesc);
+    };
+    auto plain = [&] {
+      MarketPrice = 0;
+      Label1(4).setForeColor(kWindowText);
+      Label1(4).setCaption(BaseInst.ShortDesc);
+      Label1(6).setForeColor(kWindowText);
+      Label1(6).setCaption(ValueInst.ShortDesc);
+    };
+    const bool primary = PrimarySecondaryQty == QTY_PRIMARY;
+    if (OrderType == TWOWAY_ORDER) {
+      plain();
+    } else if (optBuySell(0).Value()) {
+      if (primary) paint(Offer, "Sell Bid", "Buy Offer", true);
+      else paint(Bid, "Buy Bid", "Sell Offer", false);
+    } else if (optBuySell(1).Value()) {
+      if (primary) paint(Bid, "Sell Bid", "Buy Offer", false);
+      else paint(Offer, "Buy Bid", "Sell Offer", true);
+    } else {
+      plain();
+    }
+
+    if (!bReset && LimitPrice != 0 && StopPrice != 0) {
+      txtLimit.setText(Single_Price_As_String(LimitPrice, Pip));
+      txtStop.setText(Single_Price_As_String(StopPrice, Pip));
+    } else {
+      // One zero price reseeds both, from the market as the pip shows it.
+      txtLimit.setText(Single_Price_As_String(MarketPrice, Pip));
+      txtStop.setText(Single_Price_As_String(MarketPrice, Pip));
+      LimitPrice = VtDbl(txtLimit.Text());
+      StopPrice = VtDbl(txtStop.Text());
+    }
+
+    txtPrice.setText(Single_Price_As_String(MarketPrice, Pip));
+    txtBid.setText(Single_Price_As_String(Bid, Pip));
+    txtOffer.setText(Single_Price_As_String(Offer, Pip));
+  } catch (...) {
+    Report(CurrentError(), "Check_Price", false);
+  }
+}
 
 }  // namespace quillon

@@ -1,8 +1,20 @@
-// A dealer's quote: OrderGenericQuote, cmdQuote_Click.
+// A dealer's quote: OrderGenericQuote (intake), Quote_Tick (the countdown half of
+// Timer1_Timer), cmdQuote_Click (the user's answer).
 
+#include <cmath>
+#include <string>
+
+#include "platform/date.h"
+#include "platform/number_format.h"
 #include "ticket/ticket_model.h"
 
 namespace quillon {
+namespace {
+
+constexpr Long kRed = 0x000000FF;
+constexpr Long kQuoteTickMs = 1000;
+
+}  // namespace
 
 Variant Clientticket::OrderGenericQuote(Long& FromID, Long& OrderID, Long& AccountID,
                                         Long& InstrumentID, double& Quantity,
@@ -13,14 +25,142 @@ Variant Clientticket::OrderGenericQuote(Long& FromID, Long& OrderID, Long& Accou
                                         std::string& FreeFormat, Long& SystemID,
                                         Boolean& Encrypt, Long& CounterPartySystemID,
                                         Long& PriceProfileID, double& Strike, Date& Expiry) {
-  (void)FromID, (void)OrderID, (void)AccountID, (void)InstrumentID, (void)Quantity;
-  (void)PrimarySecondaryQty, (void)Bid, (void)Offer, (void)OrderType, (void)Duration;
-  (void)MarketTime, (void)ValueDate, (void)Status, (void)Reason, (void)CounterpartyID;
-  (void)DummyLive, (void)FreeFormat, (void)SystemID, (void)Encrypt, (void)CounterPartySystemID;
-  (void)PriceProfileID, (void)Strike, (void)Expiry;
+  // The order's own type, value date and status stand; these arguments are not read.
+  (void)FromID, (void)AccountID, (void)InstrumentID, (void)OrderType, (void)MarketTime;
+  (void)ValueDate, (void)Status, (void)DummyLive, (void)FreeFormat, (void)SystemID;
+  (void)Encrypt, (void)Strike, (void)Expiry;
+  TicketMembers& t = *this;
+  try {
+    if (OrderID != t.OrderID) return {};
+    t.Quantity = Quantity;
+    t.PrimarySecondaryQty = PrimarySecondaryQty;
+    t.Bid = Bid;
+    t.Offer = Offer;
+    t.CounterpartyID = CounterpartyID;
+    t.CounterPartySystemID = CounterPartySystemID;
+    t.PriceProfileID = PriceProfileID;
+    t.Reason = Reason;
+    Set_Ticket_Colour(TicketColour::kYellow, TicketColour::kYellow);
+
+    if (Bid != 0 || Offer != 0) {
+      // The quote's life in seconds travels as a date after "1-Jan-1990", counted in 16 bits.
+      const Integer seconds = CInt(DiffSeconds(kNoDate, Duration));
+      Enable(false);
+      cmdOKCancel(2).setEnabled(false);
+      // A requote finds the panel up: its buttons wait for the next tick.
+      for (int i = 0; i <= 2; ++i) cmdQuote(i).setEnabled(!fraQuote.Visible());
+      lblQuoteTime.setCaption(std::to_string(seconds));
+
+      const bool twoWay = t.OrderType == TWOWAY_ORDER;
+      const bool sells = t.Quantity <= 0;
+      const bool primary = t.PrimarySecondaryQty == QTY_PRIMARY;
+      cmdQuote(0).setLeft(390);
+      cmdQuote(1).setLeft(twoWay ? 1890 : 3450);
+      cmdQuote(2).setLeft(twoWay ? 3450 : 390);
+      if (twoWay) {
+        lblQuotePrice.setCaption(Spread_Price_As_String(t.Bid, t.Offer, Pip));
+        cmdQuote(0).setVisible(true);
+        cmdQuote(1).setVisible(true);
+        cmdQuote(2).setVisible(true);
+      } else {
+        // A secondary amount takes the other side of the price.
+        t.MarketPrice = (sells == primary) ? t.Bid : t.Offer;
+        lblQuotePrice.setCaption(Single_Price_As_String(t.MarketPrice, Pip));
+        cmdQuote(0).setVisible(sells);
+        cmdQuote(2).setVisible(!sells);
+      }
+      Update_Quantities();
+
+      lblQuoteMsg.setCaption(
+          "You have received a new quote of " + lblQuotePrice.Caption() +
+          (twoWay ? " for " : sells ? " to sell " : " to buy ") +
+          FormatNumber(std::fabs(t.Quantity), kAmountPattern, locale()) + " " + Get_Pair_Desc() +
+          " value " + FormatDateDMY(t.ValueDate, locale()) + " from " + kCompanyNameLong +
+          ".\r\n\r\nThis quote will be cancelled when the number of seconds reaches zero.");
+      // Off and on: a running timer restarts, so the next tick is a full second away.
+      Timer1.setInterval(kQuoteTickMs);
+      Timer1.setTimerEnabled(false);
+      Timer1.setTimerEnabled(true);
+    } else {
+      cmdQuote(0).setEnabled(false);
+      cmdQuote(2).setEnabled(false);
+      Timer1.setTimerEnabled(false);
+      lblQuoteTime.setCaption("");
+      lblQuotePrice.setCaption("Quote Off");
+      lblQuoteMsg.setForeColor(kRed);
+      lblQuoteMsg.setCaption(std::string("The quote has been suspended. ") + "\r\n" +
+                             "Please wait for " + kCompanyNameLong + "to send a new quote.");
+    }
+    fraQuote.setVisible(true);
+    if (cmdQuote(1).Enabled()) cmdQuote(1).SetFocus();
+  } catch (...) {
+    Report(CurrentError(), "OrderGenericQuote", false);
+  }
   return {};
 }
 
-void Clientticket::cmdQuote_Click(Integer Index) { (void)Index; }
+void Clientticket::Quote_Tick() {
+  // The caption is the countdown's only store.
+  double left = 0;
+  ResumeNext([&] {
+    lblQuoteTime.setCaption(GeneralNumber(Val(lblQuoteTime.Caption()) - 1, locale()));
+  });
+  ResumeNext([&] { left = Val(lblQuoteTime.Caption()); });
+  if (left <= 0) {
+    ResumeNext([&] { Timer1.setTimerEnabled(false); });
+    Boolean connected = false;
+    ResumeNext([&] { connected = Is_Connected(); });
+    if (!connected) return;
+    // The expiry is not guaranteed: it draws no number.
+    ResumeNext([&] {
+      host().VtOrderGenericNew(DealingGateway, OrderID, AccountID, InstrumentID, Quantity,
+                               PrimarySecondaryQty, MarketPrice, OrderType, Duration, MarketTime,
+                               ValueDate, ORDER_CLIENT_CANCELLED, 0, 0, 2, CounterpartyID,
+                               Encrypt, DummyLive, FreeFormat, SystemID, -1,
+                               CounterPartySystemID, PriceProfileID, 0);
+    });
+    Status = ORDER_CANCELLED_INTERNAL;
+    return;
+  }
+  // Each second makes the buttons live again and takes back the red of a suspension.
+  if (OrderType == TWOWAY_ORDER) {
+    ResumeNext([&] { cmdQuote(0).setEnabled(true); });
+    ResumeNext([&] { cmdQuote(2).setEnabled(true); });
+  } else if (Quantity <= 0) {
+    ResumeNext([&] { cmdQuote(0).setEnabled(true); });
+  } else {
+    ResumeNext([&] { cmdQuote(2).setEnabled(true); });
+  }
+  ResumeNext([&] { cmdQuote(1).setEnabled(true); });
+  ResumeNext([&] { lblQuoteMsg.setForeColor(UserControl.ForeColor()); });
+}
+
+void Clientticket::cmdQuote_Click(Integer Index) {
+  if (Index < 0 || Index > 2) return;
+  ResumeNext([&] { cmdQuote(Index).setEnabled(false); });
+  auto connectedOrSay = [&] {
+    Boolean connected = false;
+    ResumeNext([&] { connected = Is_Connected(); });
+    if (!connected) ResumeNext([&] { host().Message(LoadResString(603)); });
+    return connected;
+  };
+  if (!connectedOrSay()) return;
+  ResumeNext([&] {
+    // The sign of the quantity says the side, whatever the member's sign.
+    const double quantity = Index == 0   ? -std::fabs(Quantity)
+                            : Index == 2 ? std::fabs(Quantity)
+                                         : Quantity;
+    const double price = Index == 0 ? Bid : Index == 2 ? Offer : MarketPrice;
+    const Long status = Index == 1 ? ORDER_CLIENT_CANCELLED : ORDER_CLIENT_ACCEPTED;
+    const Integer reason = Index == 2 ? Reason : Integer{6};
+    const Integer gid = Get_GID();
+    host().VtOrderGenericNew(DealingGateway, OrderID, AccountID, InstrumentID, quantity,
+                             PrimarySecondaryQty, price, OrderType, Duration, MarketTime,
+                             ValueDate, status, 0, 0, reason, CounterpartyID, Encrypt, DummyLive,
+                             FreeFormat, SystemID, gid, CounterPartySystemID, PriceProfileID, 0);
+  });
+  Status = Index == 1 ? ORDER_CANCELLED_INTERNAL : ORDER_EXECUTED_INTERNAL;
+  connectedOrSay();
+}
 
 }  // namespace quillon

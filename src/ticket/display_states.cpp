@@ -128,9 +128,8 @@ void Clientticket::Show_Blank_Form(const PriceRec& price, const InstrumentRec& i
   }
   cmdOKCancel(0).setEnabled(Check_Order());
   txtPrimQty.setText(FormatNumber(BaseInst.ContractSize, kAmountPattern, locale()));
-  Long accountID = AccountID;
   Long allInstruments = -1;
-  host().RequestEquity(accountID, allInstruments);
+  host().RequestEquity(AccountID, allInstruments);
 }
 
 }  // namespace quillon

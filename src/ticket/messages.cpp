@@ -3,6 +3,8 @@
 // The four messages fill what their shape lacks and hand over to Initialise; an error inside
 // Initialise is reported there, and the message method carries on to its end.
 
+#include <cmath>
+
 #include "ticket/ticket_model.h"
 
 namespace quillon {
@@ -101,12 +103,19 @@ Variant Clientticket::GuaranteedMsgAck(Long& FromID, Integer& GID, Boolean& Succ
     if (Status != ORDER_ACTIVE_INTERNAL) return {};
     fraConf.setVisible(false);
     Reason = 101;
-    // The replay redraws the order from the members as they stand.
+    // The replay redraws the order as it was sent. The members alone would lose its price
+    // (Price is never assigned) and its side (Quantity holds the unsigned amount of the form),
+    // and a user told that an order may not have arrived needs to see which order that was:
+    // so the replay carries the price the order went out at and the side the form showed.
     Long tradeID = TradeID, orderID = OrderID, accountID = AccountID,
          instrumentID = InstrumentID;
-    double quantity = Quantity;
+    bool buy = true;
+    ResumeNext([&] { buy = optBuySell(0).Value(); });
+    double quantity = buy ? std::fabs(Quantity) : -std::fabs(Quantity);
     Long primSec = PrimarySecondaryQty;
-    double price = Price;
+    double price = OrderType == LIMIT_ORDER      ? LimitPrice
+                   : OrderType == STOPLOSS_ORDER ? StopPrice
+                                                 : MarketPrice;
     Long orderType = OrderType;
     Date duration = Duration, marketTime = MarketTime, valueDate = ValueDate;
     Long status = Status, linkID = LinkID, action = Action;

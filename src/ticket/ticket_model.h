@@ -278,6 +278,7 @@ class Clientticket : private TicketPlatform, private TicketMembers, private Tick
 
   // --- quotes/ ---
   void cmdQuote_Click(Integer Index);
+  void Quote_Tick();  // Timer1_Timer on a quoted order: one second of the countdown
 
   // --- valuedates/ ---
   Date Trading_Day_Of(Date dt);

@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdio>
 #include <functional>
 #include <map>
 #include <memory>
@@ -33,6 +34,7 @@ struct TicketProbe {
   void SetColour(Long colour, Long edit) { t.Set_Ticket_Colour(colour, edit); }
   InstrumentRec InstGetArray(Long id) { return t.Inst_Get_Array(id); }
   std::string ResString(double n) { return t.LoadResString(n); }
+  bool CheckOrder() { return t.Check_Order(); }
   Date TradingDayOf(Date dt) { return t.Trading_Day_Of(dt); }
   Long FindNewInst(Long id, Date value) { return t.Find_New_Inst(id, value); }
   bool InstFamily(Long id, std::vector<Long>& family) { return t.Get_Inst_Family(id, family); }
@@ -83,6 +85,66 @@ class RecordingHost : public ClientticketEvents {
     return nullptr;
   }
 
+  // Numbers as the shortest text that reads back the same; arrays as [a,b].
+  static std::string S(double v) {
+    char buffer[40];
+    std::snprintf(buffer, sizeof buffer, "%.15g", v);
+    return buffer;
+  }
+  static std::string S(const std::string& v) { return v; }
+  static std::string S(const Variant& v) {
+    if (!v.isArray()) return v.isEmpty() ? "null" : S(v.toDouble());
+    std::string out = "[";
+    for (const Variant& e : v.array().elements) {
+      if (out.size() > 1) out += ",";
+      out += e.type() == Variant::Type::String ? e.toString() : S(e.toDouble());
+    }
+    return out + "]";
+  }
+
+  void VtOrderGenericNew(Long ToID, Long OrderID, Long AccountID, Long InstrumentID,
+                         double Quantity, Long PrimarySecondaryQty, double Price, Long OrderType,
+                         Date Duration, Date MarketTime, Date ValueDate, Long Status, Long LinkID,
+                         Integer Action, Integer Reason, Long CounterpartyID, Boolean Encrypt,
+                         Long DummyLive, std::string FreeFormat, Long SystemID, Integer GID,
+                         Long CounterPartySystemID, Long PriceProfileID,
+                         Integer Priority) override {
+    add("VtOrderGenericNew",
+        {S(ToID), S(OrderID), S(AccountID), S(InstrumentID), S(Quantity), S(PrimarySecondaryQty),
+         S(Price), S(OrderType), S(Duration), S(MarketTime), S(ValueDate), S(Status), S(LinkID),
+         S(Action), S(Reason), S(CounterpartyID), S(Encrypt), S(DummyLive), FreeFormat,
+         S(SystemID), S(GID), S(CounterPartySystemID), S(PriceProfileID), S(Priority)});
+  }
+  void VtOrderGenericArray(Long& ToID, Variant& OrderID, Variant& AccountID,
+                           Variant& InstrumentID, Variant& Quantity,
+                           Variant& PrimarySecondaryQty, Variant& Price, Variant& OrderType,
+                           Variant& Duration, Variant& MarketTime, Variant& ValueDate,
+                           Variant& Status, Variant& Reason, Variant& CounterpartyID,
+                           Variant& FreeFormat, Variant& LinkID, Variant& Action,
+                           Variant& SystemID, Variant& CounterPartySystemID,
+                           Variant& PriceProfileID, Long& DummyLive, Boolean& Encrypt,
+                           Integer& GID, Integer& Priority) override {
+    add("VtOrderGenericArray",
+        {S(ToID), S(OrderID), S(AccountID), S(InstrumentID), S(Quantity), S(PrimarySecondaryQty),
+         S(Price), S(OrderType), S(Duration), S(MarketTime), S(ValueDate), S(Status), S(Reason),
+         S(CounterpartyID), S(FreeFormat), S(LinkID), S(Action), S(SystemID),
+         S(CounterPartySystemID), S(PriceProfileID), S(DummyLive), S(Encrypt), S(GID),
+         S(Priority)});
+  }
+  void VtTradeGenericNew(Long ToID, Long TradeID, Long AccountID, Long InstrumentID,
+                         double Quantity, Long PrimarySecondaryQty, double Price,
+                         Integer TradeType, Date MarketTime, Date ValueDate, Integer Status,
+                         Integer Reason, Long OrderID, Long CounterpartyID, Long LinkID,
+                         Boolean Encrypt, Long DummyLive, std::string FreeFormat, Long SystemID,
+                         Integer GID, Long CounterPartySystemID, Long PriceProfileID,
+                         Integer Priority) override {
+    add("VtTradeGenericNew",
+        {S(ToID), S(TradeID), S(AccountID), S(InstrumentID), S(Quantity), S(PrimarySecondaryQty),
+         S(Price), S(TradeType), S(MarketTime), S(ValueDate), S(Status), S(Reason), S(OrderID),
+         S(CounterpartyID), S(LinkID), S(Encrypt), S(DummyLive), FreeFormat, S(SystemID), S(GID),
+         S(CounterPartySystemID), S(PriceProfileID), S(Priority)});
+  }
+
   void CloseTicket() override { add("CloseTicket"); }
   void ErrorMsg(Long& num, std::string& text, std::string& name) override {
     add("ErrorMsg", {std::to_string(num), text, name});
@@ -92,7 +154,13 @@ class RecordingHost : public ClientticketEvents {
     if (it != reasons.end()) desc = it->second;
     add("GetReason", {std::to_string(reason)});
   }
-  void GID(Integer& gid) override { add("GID", {std::to_string(gid)}); }
+  // GID hands out 1, 2, 3 ... unless told to leave the number as passed.
+  bool countGids = true;
+  Integer nextGid = 1;
+  void GID(Integer& gid) override {
+    if (countGids) gid = nextGid++;
+    add("GID", {std::to_string(gid)});
+  }
   // Answers VtInstGetArrayAll when set: from the query's BaseID, ValueID and LinkID it fills
   // the array of instrument numbers; bSuccess is left as passed.
   std::function<void(Long, Long, Long, Variant&)> instGetArrayAll;

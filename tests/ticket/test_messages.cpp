@@ -1,0 +1,212 @@
+// Order and trade messages, guaranteed delivery, the trade confirmation and its printing,
+// and the equity that completes it.
+
+#include "ticket/ticket_fixture.h"
+
+namespace quillon {
+namespace {
+
+bool EndsWith(const std::string& text, const std::string& tail) {
+  return text.size() >= tail.size() && text.compare(text.size() - tail.size(), tail.size(), tail) == 0;
+}
+
+class RecordingPrinter : public HtmlPrinter {
+ public:
+  struct Job {
+    std::string html;
+    Long back, fore;
+  };
+  std::vector<Job> jobs;
+  void print(const std::string& html, Long back, Long fore) override {
+    jobs.push_back({html, back, fore});
+  }
+};
+
+class MessagesTest : public TicketTest {
+ protected:
+  void SetUp() override {
+    TicketServices services{&loop_, nullptr, &printer_, &locale_};
+    ticket_ = std::make_unique<Clientticket>(services);
+    ticket_->setHost(&host_);
+    Long id = 1, profile = 0;
+    std::string name = "Main";
+    ticket_->LoadAccount(id, name, profile);
+    ticket_->setLanguage(1);
+    ticket_->setAccountType(0x0004 | 0x0080 | 0x0002);  // live
+    host_.connected = true;
+    Msg m;
+    m.InstrumentID = kEurUsd;
+    m.AccountID = 1;
+    m.Status = -1;
+    m.ValueDate = 37320;
+    Initialise(m);
+  }
+  // Places a sell limit order at 1.2300 and confirms it: the ticket waits in 21.
+  void SendSellLimit() {
+    Form& form = f().controls();
+    form.userClick(f().optBuySell(1));
+    form.userClick(f().optType(2));
+    form.userPaste(f().txtLimit, "1.2300");
+    form.userClick(f().cmdOKCancel(0));
+    form.userClick(f().cmdOKCancel(3));
+    ASSERT_EQ(m().Status, ORDER_ACTIVE_INTERNAL);
+  }
+  void Ack(Integer gid, bool success) {
+    Long from = 0;
+    Boolean ok = success;
+    ticket_->GuaranteedMsgAck(from, gid, ok);
+  }
+  void Execute(double quantity, Long tradeID, Long primSec = QTY_PRIMARY) {
+    Long from = 0, account = 1, instrument = kEurUsd, type = MARKET_ORDER,
+         status = ORDER_EXECUTED, order = 0, counterparty = 0, link = 0, dummy = 0, system = 0,
+         cpSystem = 0, profile = 0;
+    double price = 1.2345, strike = 0;
+    Date marketTime = 0, valueDate = 37320, expiry = 0;
+    Integer reason = 0;
+    std::string text;
+    Boolean encrypt = false;
+    ticket_->TradeGeneric(from, tradeID, account, instrument, quantity, primSec, price, type,
+                          marketTime, valueDate, status, reason, order, counterparty, link, dummy,
+                          text, system, encrypt, cpSystem, profile, strike, expiry);
+  }
+  void Equity(Long account, double equity) {
+    double limit = 5;
+    ticket_->ReceivedEquity(account, equity, limit);
+  }
+
+  RecordingPrinter printer_;
+};
+
+TEST_F(MessagesTest, FailedDeliveryReplaysTheOrderAsItWasSent) {
+  SendSellLimit();
+  const Integer sent = m().GID;
+  Ack(sent + 1, false);  // another message's report
+  EXPECT_EQ(m().GID, sent);
+  host_.events.clear();
+  Ack(sent, false);
+  EXPECT_EQ(m().GID, -1);
+  EXPECT_EQ(m().Reason, 101);
+  EXPECT_EQ(m().Status, ORDER_ACTIVE_INTERNAL);
+  EXPECT_EQ(f().lblReason.Caption(),
+            "Your order may not have been received by Norvane.  Please contact the dealers.");
+  EXPECT_TRUE(f().optBuySell(1).Value());
+  EXPECT_EQ(f().txtLimit.Text(), "1.2300");
+  EXPECT_FALSE(f().fraOrderEntry.Enabled());
+  EXPECT_TRUE(f().cmdOKCancel(2).Enabled());
+  // The same report again finds no number to match.
+  host_.events.clear();
+  Ack(sent, false);
+  EXPECT_TRUE(host_.events.empty());
+
+  // The order did arrive after all: its first live answer is adopted.
+  Msg active;
+  active.OrderID = 901;
+  active.InstrumentID = kEurUsd;
+  active.Status = ORDER_ACTIVE;
+  active.OrderType = LIMIT_ORDER;
+  active.Quantity = -100000;
+  Initialise(active);
+  EXPECT_EQ(m().OrderID, 901);
+  EXPECT_EQ(f().UserControl.BackColor(), 0x0000FFFF);
+}
+
+TEST_F(MessagesTest, SuccessfulOrLateReportsOnlyClearTheNumber) {
+  Ack(0, false);  // a fresh ticket holds number 0
+  EXPECT_EQ(m().GID, -1);
+  EXPECT_EQ(m().Status, -1);
+  SendSellLimit();
+  Ack(m().GID, true);
+  EXPECT_EQ(m().GID, -1);
+  EXPECT_EQ(m().Reason, 0);
+  EXPECT_EQ(f().lblReason.Caption(), "Placing order, please wait...");
+}
+
+TEST_F(MessagesTest, MessageMethodsFillWhatTheirShapeLacks) {
+  Execute(-1000, 77);
+  EXPECT_EQ(m().TradeID, 77);
+  EXPECT_EQ(m().Duration, loop_.now());  // a trade lasts the present moment
+  EXPECT_TRUE(f().optValid(0).Value() || !f().fraValid.Visible());
+
+  Long from = 0, order = 0, account = 1, instrument = kEurUsd, primSec = 0, type = LIMIT_ORDER,
+       status = ORDER_PENDING, link = 5, action = ACTION_OCO, counterparty = 0, dummy = 0,
+       system = 0, cpSystem = 0, profile = 0;
+  double quantity = 1000, price = 1.2;
+  Date duration = kNoDate, marketTime = 0, valueDate = 0;
+  Integer reason = 0;
+  std::string text;
+  Boolean encrypt = false;
+  ticket_->OrderGenericPending(from, order, account, instrument, quantity, primSec, price, type,
+                               duration, marketTime, valueDate, status, link, action, reason,
+                               counterparty, dummy, text, system, encrypt, cpSystem, profile);
+  EXPECT_EQ(m().TradeID, 0);
+  EXPECT_EQ(m().LinkID, 5);
+  EXPECT_EQ(m().Action, ACTION_OCO);
+
+  double strike = 0;
+  Date expiry = 0;
+  status = ORDER_CANCELLED;
+  ticket_->OrderGenericCancel(from, order, account, instrument, quantity, primSec, price, type,
+                              duration, marketTime, valueDate, status, reason, counterparty,
+                              dummy, text, system, encrypt, cpSystem, profile, strike, expiry);
+  EXPECT_EQ(m().LinkID, 0);
+  EXPECT_EQ(m().Action, ACTION_NONE);
+  EXPECT_EQ(m().Status, ORDER_CANCELLED);
+}
+
+TEST_F(MessagesTest, TradeConfirmationWordsTheTradeAndWaitsForTheEquity) {
+  host_.events.clear();
+  Execute(-1000, 77);
+  ASSERT_TRUE(f().fraTradeConf.Visible());
+  EXPECT_EQ(f().lblTradeConf.Caption(),
+            "Trade ID: 77\r\n\r\nTo: Main\r\nFrom: Halden Bank\r\n\r\nHalden Bank confirms that "
+            "you have sold 1,000.00 EUR vs USD value 05-Mar-2002 for account Main at a price of "
+            "1.2345\r\n\r\nThe new tradable equity is ");
+  EXPECT_EQ(f().fraTradeConf.Left(), 5550 / 2.0 - 4965 / 2.0);
+  EXPECT_EQ(f().fraTradeConf.Top(), 5700 / 2.0 - 3705 / 2.0);
+  ASSERT_NE(host_.last("RequestEquity"), nullptr);
+  EXPECT_EQ(host_.last("RequestEquity")->args, (std::vector<std::string>{"1", "10"}));
+
+  const std::string before = f().txtEquity.Text();
+  Equity(2, 1000);  // another account
+  Equity(1, -1234.5);
+  Equity(1, 99);  // only once
+  EXPECT_TRUE(EndsWith(f().lblTradeConf.Caption(),
+                       "equity is (1,234.50)\r\nUnless stated otherwise, Halden Bank acts as a "
+                       "principal in all trades."))
+      << f().lblTradeConf.Caption();
+  EXPECT_EQ(f().txtEquity.Text(), before);
+  EXPECT_TRUE(m().EquityShown);
+
+  // A later execution on the same ticket is not completed again.
+  Execute(2000, 78, QTY_SECONDARY);
+  Equity(1, 5);
+  EXPECT_NE(f().lblTradeConf.Caption().find("bought 2,000.00 USD vs EUR"), std::string::npos);
+  EXPECT_EQ(f().lblTradeConf.Caption().find("Unless"), std::string::npos);
+}
+
+TEST_F(MessagesTest, PrintingHandsTheDocumentOnInBlackOnWhite) {
+  ticket_->setAccountType(0x0004);  // not live
+  Execute(0, 0);
+  EXPECT_NE(f().lblTradeConf.Caption().find("you have sold 0.00 EUR"), std::string::npos);
+  EXPECT_NE(f().lblTradeConf.Caption().find(" Please note that this is not a live trade. "),
+            std::string::npos);
+  ASSERT_TRUE(f().controls().userClick(f().cmdOKCancel(6)));
+  ASSERT_EQ(printer_.jobs.size(), 1u);
+  EXPECT_EQ(printer_.jobs[0].back, 0x00FFFFFF);
+  EXPECT_EQ(printer_.jobs[0].fore, 0);
+  const std::string& html = printer_.jobs[0].html;
+  EXPECT_EQ(html.rfind("<html>\r\n<body>\r\n<p><big><big><strong>Trade Confirmation</strong>"
+                      "</big></big></p>\r\n<p>&nbsp;</p>\r\n<p>Trade ID: 0",
+                      0),
+            0u)
+      << html;
+  EXPECT_NE(html.find("Trade ID: 0</p><p> &nbsp; </p><p>To: Main</p><p>From: Halden Bank"),
+            std::string::npos);
+  EXPECT_TRUE(EndsWith(html, "</p>\r\n</body>\r\n</html>")) << html;
+  EXPECT_TRUE(f().fraTradeConf.Visible());  // the panel stays open
+  // The caption itself is not rewritten by the printing.
+  EXPECT_EQ(f().lblTradeConf.Caption().find("<p>"), std::string::npos);
+}
+
+}  // namespace
+}  // namespace quillon

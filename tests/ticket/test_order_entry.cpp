@@ -1,0 +1,303 @@
+// Order entry on a blank ticket: the order checks, the quantities, the price feed, the price
+// selection, limit and stop, and accounts.
+
+#include "ticket/ticket_fixture.h"
+
+namespace quillon {
+namespace {
+
+class OrderEntryTest : public TicketTest {
+ protected:
+  // A blank market EUR/USD ticket, buy, on account 1 (profile 0), bid 1.2345 offer 1.2350,
+  // contract size 100,000, in a point locale.
+  void SetUp() override {
+    Long id = 1, profile = 0;
+    std::string name = "Main";
+    ticket_->LoadAccount(id, name, profile);
+    ticket_->setLanguage(1);
+    ticket_->setAccountType(0x0004 | 0x0400 | 0x0080 | 0x0002);
+    Msg m;
+    m.InstrumentID = kEurUsd;
+    m.AccountID = 1;
+    m.Status = -1;
+    Initialise(m);
+  }
+  void Tick(double bid, double offer, Long type = PRICE_TRADED, Long instrument = kEurUsd) {
+    Long counterparty = 0, source = 0;
+    Date time = 0;
+    ticket_->PriceGeneric(instrument, counterparty, bid, offer, type, source, time);
+  }
+  void Market(double bid, double offer) {
+    host_.prices[kEurUsd].Bid = bid;
+    host_.prices[kEurUsd].Offer = offer;
+  }
+  Form& form() { return f().controls(); }
+  // The user comes into the box from elsewhere and types.
+  void Type(TextBox& box, const std::string& text) {
+    form().userFocus(f().cmbAccount);
+    form().userFocus(box);
+    form().userType(box, text);
+  }
+  bool CanPlace() { return f().cmdOKCancel(0).Enabled(); }
+  bool Check() { return probe().CheckOrder(); }
+};
+
+TEST_F(OrderEntryTest, BlankMarketTicketIsReadyToDeal) {
+  EXPECT_EQ(m().AccountID, 1);
+  EXPECT_EQ(f().cmbAccount.ListIndex(), 0);
+  EXPECT_EQ(f().txtPrimQty.Text(), "100,000.00");
+  EXPECT_EQ(m().Quantity, 100000);
+  EXPECT_EQ(f().txtSecQty.Text(), "123,500.00");
+  EXPECT_EQ(f().txtPrice.Text(), "1.2350");
+  EXPECT_EQ(f().Label1(4).Caption(), "Buy EUR");
+  EXPECT_EQ(f().Label1(4).ForeColor(), 0x00FF0000);
+  EXPECT_EQ(f().Label1(6).Caption(), "Sell USD");
+  EXPECT_EQ(f().Label1(6).ForeColor(), 0x000000FF);
+  EXPECT_EQ(f().cmdBuySell(0).Caption(), "Sell Bid");
+  EXPECT_EQ(f().cmdBuySell(1).Caption(), "Buy Offer");
+  EXPECT_TRUE(CanPlace());
+  EXPECT_TRUE(f().cmdBuySell(0).Enabled());
+}
+
+TEST_F(OrderEntryTest, QuantityLimitsAndWholeContracts) {
+  ticket_->setMinOrderSize(1);
+  ticket_->setMaxOrderSize(50);
+  struct Case {
+    const char* typed;
+    bool passes;
+  };
+  const Case cases[] = {
+      {"100000", true},      {"5000000", true},  {"5000001", false}, {"99999", false},
+      {"150000", false},     {"250000.50", false}, {"\b", false},       {"abc", false},
+      {"-5", false},         {"(5)", false},       {"200,000.00", true},
+  };
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.typed);
+    Type(f().txtPrimQty, c.typed);
+    EXPECT_EQ(CanPlace(), c.passes);
+    EXPECT_EQ(f().cmdBuySell(1).Enabled(), c.passes);
+  }
+  // Below half a contract the remainder rounds to nothing: only the minimum stops it.
+  ticket_->setMinOrderSize(0);
+  Type(f().txtPrimQty, "25000");
+  EXPECT_TRUE(CanPlace());
+  Type(f().txtPrimQty, "50000");
+  EXPECT_FALSE(CanPlace());
+}
+
+TEST_F(OrderEntryTest, TypingTheAmountDerivesTheCounterAmount) {
+  Type(f().txtPrimQty, "200000");
+  EXPECT_EQ(m().Quantity, 200000);
+  EXPECT_EQ(f().txtPrimQty.Text(), "200000");
+  EXPECT_EQ(f().txtSecQty.Text(), "247,000.00");
+
+  Type(f().txtPrimQty, "(5)");
+  EXPECT_EQ(m().Quantity, -5);
+  EXPECT_EQ(f().txtSecQty.Text(), "6.18");  // the absolute amount
+
+  // Emptying the box, leaving it, coming back.
+  Type(f().txtPrimQty, "\b\b\b");
+  EXPECT_EQ(f().txtPrimQty.Text(), "");
+  EXPECT_EQ(m().Quantity, 0);
+  EXPECT_EQ(f().txtSecQty.Text(), "");
+  EXPECT_FALSE(CanPlace());
+  form().userFocus(f().cmbAccount);
+  EXPECT_EQ(f().txtPrimQty.Text(), "0.00");
+  form().userFocus(f().txtPrimQty);
+  EXPECT_EQ(f().txtPrimQty.Text(), "");
+}
+
+TEST_F(OrderEntryTest, SpinnersAndContractButtonsStepByContracts) {
+  form().userSpin(f().udPrim, true);
+  EXPECT_EQ(f().txtPrimQty.Text(), "200,000.00");
+  EXPECT_EQ(f().udPrim.Value(), 0);
+  form().userSpin(f().udPrim, false);
+  EXPECT_EQ(f().txtPrimQty.Text(), "100,000.00");
+  form().userSpin(f().udPrim, false);  // refused at one contract
+  EXPECT_EQ(f().txtPrimQty.Text(), "100,000.00");
+  form().userClick(f().cmdContract(1));
+  EXPECT_EQ(f().txtPrimQty.Text(), "500,000.00");
+  EXPECT_EQ(m().Quantity, 500000);
+  // A product past 32 bits leaves the box as it was.
+  probe().m().BaseInst.ContractSize = 300000000;
+  form().userClick(f().cmdContract(2));
+  EXPECT_EQ(f().txtPrimQty.Text(), "500,000.00");
+}
+
+TEST_F(OrderEntryTest, SecondaryRulingMirrorsPriceCaptionsAndColours) {
+  f().cmdContract(3).onClick();  // hidden on the form, but its handler works
+  EXPECT_EQ(m().PrimarySecondaryQty, QTY_SECONDARY);
+  EXPECT_EQ(f().txtPrice.Text(), "1.2345");
+  EXPECT_EQ(f().Label1(4).Caption(), "Sell EUR");
+  EXPECT_EQ(f().Label1(4).ForeColor(), 0x000000FF);
+  EXPECT_EQ(f().Label1(6).Caption(), "Buy USD");
+  EXPECT_EQ(f().cmdBuySell(0).Caption(), "Buy Bid");
+  EXPECT_EQ(f().cmdBuySell(1).Caption(), "Sell Offer");
+  EXPECT_EQ(f().txtSecQty.BackColor(), static_cast<Long>(0x8000000E));
+  EXPECT_EQ(f().txtPrimQty.BackColor(), static_cast<Long>(0x8000000F));
+  EXPECT_EQ(f().txtPrimQty.Text(), "81,004.46");
+  // A key stroke in the primary box takes the role back.
+  Type(f().txtPrimQty, "1");
+  EXPECT_EQ(m().PrimarySecondaryQty, QTY_PRIMARY);
+  EXPECT_EQ(f().txtPrimQty.BackColor(), static_cast<Long>(0x8000000E));
+}
+
+TEST_F(OrderEntryTest, TicksAreTakenOnlyByABlankFormForItsInstrument) {
+  Tick(1.3, 1.31, PRICE_BOTH);
+  Tick(1.3, 1.31, PRICE_INDICATIVE);
+  Tick(1.3, 1.31, PRICE_TRADED, kGbpUsd);
+  EXPECT_EQ(m().Offer, 1.2350);
+  EXPECT_EQ(f().txtOffer.Text(), "1.2350");
+
+  probe().m().CurrentAccount.PriceProfile = -1;
+  Tick(1.3, 1.31);
+  EXPECT_EQ(m().Bid, 1.3);
+  EXPECT_EQ(f().txtOffer.Text(), "1.3100");
+  EXPECT_EQ(f().txtPrice.Text(), "1.3100");
+  EXPECT_EQ(m().MarketPrice, 1.31);
+
+  // On a price profile the form shows the host's price for it, never the tick.
+  probe().m().CurrentAccount.PriceProfile = 7;
+  Tick(1.5, 1.51);
+  EXPECT_EQ(f().txtBid.Text(), "1.2345");
+
+  probe().f().fraConf.setVisible(true);
+  probe().m().CurrentAccount.PriceProfile = -1;
+  Tick(1.6, 1.61);
+  EXPECT_EQ(m().Bid, 1.2345);
+  probe().f().fraConf.setVisible(false);
+  probe().m().Status = ORDER_ACTIVE;
+  Tick(1.6, 1.61);
+  EXPECT_EQ(m().Bid, 1.2345);
+}
+
+TEST_F(OrderEntryTest, ZeroPricesDisableDealingUntilARealTick) {
+  probe().m().CurrentAccount.PriceProfile = -1;
+  Market(0, 0);
+  Tick(0, 0);
+  EXPECT_EQ(f().txtPrice.Text(), "   -   ");
+  EXPECT_EQ(f().txtBid.Text(), "   -   ");
+  EXPECT_EQ(f().txtSecQty.Text(), "");
+  EXPECT_FALSE(CanPlace());
+  EXPECT_FALSE(f().cmdBuySell(0).Enabled());
+  Market(1.2345, 1.2350);
+  Tick(1.2345, 1.2350);
+  EXPECT_TRUE(CanPlace());
+  EXPECT_TRUE(f().cmdBuySell(1).Enabled());
+}
+
+TEST_F(OrderEntryTest, LimitAndStopAreComparedStrictlyWithAFreshMarket) {
+  struct Case {
+    Long type;
+    bool buy;
+    double limit, stop;
+    bool passes;
+  };
+  const Case cases[] = {
+      {LIMIT_ORDER, true, 1.2349, 0, true},    {LIMIT_ORDER, true, 1.2350, 0, false},
+      {LIMIT_ORDER, true, 1.2351, 0, false},   {LIMIT_ORDER, false, 1.2346, 0, true},
+      {LIMIT_ORDER, false, 1.2345, 0, false},  {STOPLOSS_ORDER, true, 0, 1.2351, true},
+      {STOPLOSS_ORDER, true, 0, 1.2350, false}, {STOPLOSS_ORDER, false, 0, 1.2344, true},
+      {STOPLOSS_ORDER, false, 0, 1.2345, false}, {OCO_ORDER, true, 1.2300, 1.2400, true},
+      {OCO_ORDER, true, 1.2300, 1.2300, false},
+  };
+  for (const Case& c : cases) {
+    SCOPED_TRACE(testing::Message() << c.type << (c.buy ? " buy " : " sell ") << c.limit << " "
+                                    << c.stop);
+    probe().f().optBuySell(c.buy ? 0 : 1).setValue(true);
+    probe().m().OrderType = c.type;
+    probe().m().LimitPrice = c.limit ? c.limit : 1;
+    probe().m().StopPrice = c.stop ? c.stop : 1;
+    probe().f().optType(4).setValue(c.type == OCO_ORDER);
+    if (c.type == LIMIT_ORDER) probe().m().StopPrice = 0;
+    if (c.type == STOPLOSS_ORDER) probe().m().LimitPrice = 0;
+    // The counter box is blank on an OCO ticket: only the ruling box counts there.
+    probe().f().txtSecQty.setText(c.type == OCO_ORDER ? "" : "1.00");
+    EXPECT_EQ(Check(), c.passes);
+  }
+  // Without a two-sided market any non-zero limit passes.
+  Market(0, 1.2350);
+  probe().f().optBuySell(0).setValue(true);
+  probe().m().OrderType = LIMIT_ORDER;
+  probe().m().LimitPrice = 9;
+  EXPECT_TRUE(Check());
+}
+
+TEST_F(OrderEntryTest, PriceBoxesFollowTheirMembersAndStepByOnePip) {
+  probe().f().optType(2).setValue(true);  // limit: the box shows and is reseeded
+  probe().f().txtLimit.setText("1.2");
+  EXPECT_EQ(m().LimitPrice, 1.2);
+  probe().m().CurrentAccount.PriceProfile = -1;
+  Tick(1.2345, 1.2350);
+  EXPECT_EQ(f().txtLimit.Text(), "1.2000");  // the next tick writes it in the pip's format
+  probe().f().txtLimit.setText("1.2345");
+  form().userSpin(f().udLimit, true);
+  EXPECT_EQ(f().txtLimit.Text(), "1.2346");
+  EXPECT_EQ(m().LimitPrice, 1.2346);
+  probe().f().txtStop.setText("0.0001");
+  form().userSpin(f().udStop, false);
+  EXPECT_EQ(f().txtStop.Text(), "   -   ");
+  EXPECT_EQ(m().StopPrice, 0);
+  // One zero price reseeds both from the market.
+  Tick(1.2345, 1.2350);
+  EXPECT_EQ(m().LimitPrice, 1.2350);
+  EXPECT_EQ(m().StopPrice, 1.2350);
+}
+
+TEST_F(OrderEntryTest, AccountsLoadOnceAndSelectingOneAsksForEquity) {
+  Long id = 2, profile = 5;
+  std::string name = "Hedge";
+  ticket_->LoadAccount(id, name, profile);
+  EXPECT_EQ(f().cmbAccount.ListCount(), 2);
+  EXPECT_EQ(f().cmbAccount.ListIndex(), 0);  // another account selects nothing
+  name = "Hedge renamed";
+  profile = 6;
+  ticket_->LoadAccount(id, name, profile);
+  EXPECT_EQ(m().Accounts.size(), 3u);
+  EXPECT_EQ(m().Accounts[2].AccountName, "Hedge renamed");
+  EXPECT_EQ(m().Accounts[2].PriceProfile, 6);
+  EXPECT_EQ(f().cmbAccount.List(1), "Hedge");
+
+  host_.events.clear();
+  Market(1.1, 1.2);
+  form().userSelect(f().cmbAccount, 1);
+  EXPECT_EQ(m().AccountID, 2);
+  EXPECT_EQ(m().CurrentAccount.PriceProfile, 6);
+  EXPECT_EQ(m().PriceProfileID, 6);
+  EXPECT_EQ(m().Bid, 1.1);  // a new profile fetches its prices
+  ASSERT_NE(host_.last("RequestEquity"), nullptr);
+  EXPECT_EQ(host_.last("RequestEquity")->args, (std::vector<std::string>{"2", "-1"}));
+
+  // The same profile fetches nothing but still asks for equity.
+  Long third = 3, sameProfile = 6;
+  std::string thirdName = "Third";
+  ticket_->LoadAccount(third, thirdName, sameProfile);
+  Market(1.0, 1.05);
+  host_.events.clear();
+  form().userSelect(f().cmbAccount, 2);
+  EXPECT_EQ(m().Bid, 1.1);
+  EXPECT_EQ(host_.count("RequestEquity"), 1);
+}
+
+TEST_F(OrderEntryTest, EquityFillsTheFrameForTheTicketsAccountOnly) {
+  Long account = 2;
+  double equity = -1234.5, limit = 0;
+  ticket_->ReceivedEquity(account, equity, limit);
+  EXPECT_EQ(f().txtEquity.Text(), "");
+  account = 1;
+  ticket_->ReceivedEquity(account, equity, limit);
+  EXPECT_EQ(f().txtEquity.Text(), "(1,234.50)");
+  EXPECT_EQ(f().txtTradLimit.Text(), "0.00");
+}
+
+TEST_F(OrderEntryTest, ATicketWithoutAnAccountNeverPasses) {
+  probe().m().AccountID = 0;
+  EXPECT_FALSE(Check());
+  probe().m().AccountID = 1;
+  EXPECT_TRUE(Check());
+  probe().m().BaseInst.ContractSize = 0;
+  EXPECT_FALSE(Check());
+}
+
+}  // namespace
+}  // namespace quillon

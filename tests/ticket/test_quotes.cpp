@@ -1,0 +1,200 @@
+// A dealer's quote from arrival through requote, suspension, the user's answer and expiry.
+
+#include "ticket/ticket_fixture.h"
+
+namespace quillon {
+namespace {
+
+class QuoteTest : public TicketTest {
+ protected:
+  // A two-way request for 100,000 EUR vs USD has gone out as order 55 and is active.
+  void SetUp() override {
+    Long id = 1, profile = 0;
+    std::string name = "Main";
+    ticket_->LoadAccount(id, name, profile);
+    ticket_->setLanguage(1);
+    ticket_->setAccountType(0x0004 | 0x0400 | 0x0080 | 0x0002);
+    ticket_->setDealingGateway(42);
+    host_.connected = true;
+    Msg m;
+    m.OrderID = 55;
+    m.InstrumentID = kEurUsd;
+    m.AccountID = 1;
+    m.Status = ORDER_ACTIVE;
+    m.OrderType = TWOWAY_ORDER;
+    m.Quantity = 100000;
+    m.Duration = kNoDate;
+    m.ValueDate = 37320;
+    Initialise(m);
+    host_.events.clear();
+  }
+  void Quote(double bid, double offer, double seconds, Long orderID = 55,
+             double quantity = 100000, Long primSec = QTY_PRIMARY) {
+    Long from = 0, account = 1, instrument = kEurUsd, type = 0, status = 16, counterparty = 9,
+         dummy = 0, system = 0, cpSystem = 4, profile = 0;
+    double strike = 0;
+    Date duration = kNoDate + seconds / 86400.0, marketTime = 0, valueDate = 0, expiry = 0;
+    Integer reason = 8;
+    std::string text;
+    Boolean encrypt = false;
+    ticket_->OrderGenericQuote(from, orderID, account, instrument, quantity, primSec, bid, offer,
+                               type, duration, marketTime, valueDate, status, reason,
+                               counterparty, dummy, text, system, encrypt, cpSystem, profile,
+                               strike, expiry);
+  }
+  Form& form() { return f().controls(); }
+  const RecordedEvent& Last(const std::string& name) {
+    const RecordedEvent* e = host_.last(name);
+    if (!e) throw std::runtime_error("no " + name);
+    return *e;
+  }
+};
+
+TEST_F(QuoteTest, TwoWayQuoteCountsDownAndIsAccepted) {
+  Quote(1.2345, 1.2350, 30);
+  EXPECT_TRUE(f().fraQuote.Visible());
+  EXPECT_EQ(f().UserControl.BackColor(), 0x0000FFFF);
+  EXPECT_EQ(f().lblQuotePrice.Caption(), "1.2345/50");
+  EXPECT_EQ(f().lblQuoteTime.Caption(), "30");
+  EXPECT_EQ(f().lblQuoteMsg.Caption(),
+            "You have received a new quote of 1.2345/50 for 100,000.00 EUR vs USD value "
+            "05-Mar-2002 from Halden Bank.\r\n\r\nThis quote will be cancelled when the number of "
+            "seconds reaches zero.");
+  for (int i = 0; i <= 2; ++i) EXPECT_TRUE(f().cmdQuote(i).Enabled() && f().cmdQuote(i).Visible());
+  EXPECT_EQ(f().cmdQuote(1).Left(), 1890);
+  EXPECT_EQ(form().focused(), &f().cmdQuote(1));
+  EXPECT_FALSE(f().cmdOKCancel(2).Enabled());
+  EXPECT_EQ(f().Timer1.Interval(), 1000);
+
+  loop_.advance(3000);
+  EXPECT_EQ(f().lblQuoteTime.Caption(), "27");
+
+  // A requote disables the buttons until the next tick, and restarts the second.
+  loop_.advance(500);
+  Quote(1.2346, 1.2351, 20);
+  EXPECT_EQ(f().lblQuoteTime.Caption(), "20");
+  EXPECT_FALSE(f().cmdQuote(2).Enabled());
+  loop_.advance(999);
+  EXPECT_EQ(f().lblQuoteTime.Caption(), "20");
+  loop_.advance(1);
+  EXPECT_EQ(f().lblQuoteTime.Caption(), "19");
+  EXPECT_TRUE(f().cmdQuote(2).Enabled());
+
+  host_.events.clear();
+  ASSERT_TRUE(form().userClick(f().cmdQuote(2)));
+  EXPECT_EQ(host_.names(), (std::vector<std::string>{"Connected", "GID", "VtOrderGenericNew",
+                                                      "Connected"}));
+  const auto& args = Last("VtOrderGenericNew").args;
+  EXPECT_EQ(args[1], "55");
+  EXPECT_EQ(args[4], "100000");
+  EXPECT_EQ(args[6], "1.2351");  // Buy deals at the offer
+  EXPECT_EQ(args[11], "12");
+  EXPECT_EQ(args[14], "8");      // the quote's own reason
+  EXPECT_EQ(m().Status, ORDER_EXECUTED_INTERNAL);
+  EXPECT_FALSE(f().cmdQuote(2).Enabled());
+  loop_.advance(1000);
+  EXPECT_TRUE(f().cmdQuote(2).Enabled());  // the countdown goes on
+}
+
+TEST_F(QuoteTest, SuspensionStopsTheCountAndALiveQuoteRestartsIt) {
+  Quote(1.2345, 1.2350, 30);
+  Quote(0, 0, 30);
+  EXPECT_EQ(f().lblQuotePrice.Caption(), "Quote Off");
+  EXPECT_EQ(f().lblQuoteTime.Caption(), "");
+  EXPECT_EQ(f().lblQuoteMsg.ForeColor(), 0x000000FF);
+  EXPECT_EQ(f().lblQuoteMsg.Caption(),
+            "The quote has been suspended. \r\nPlease wait for Halden Bankto send a new quote.");
+  EXPECT_FALSE(f().cmdQuote(0).Enabled());
+  EXPECT_FALSE(f().cmdQuote(2).Enabled());
+  EXPECT_TRUE(f().cmdQuote(1).Enabled());
+  EXPECT_FALSE(loop_.isRunning(f().Timer1));
+
+  Quote(0, 1.2350, 10);  // one side is enough for a live quote
+  EXPECT_TRUE(loop_.isRunning(f().Timer1));
+  EXPECT_EQ(f().lblQuoteMsg.ForeColor(), 0x000000FF);  // red until the first tick
+  loop_.advance(1000);
+  EXPECT_EQ(f().lblQuoteMsg.ForeColor(), f().UserControl.ForeColor());
+}
+
+TEST_F(QuoteTest, ExpiryCancelsWithReasonTwoOnlyWhenConnected) {
+  Quote(1.2345, 1.2350, 1);
+  host_.events.clear();
+  loop_.advance(1000);
+  EXPECT_EQ(host_.names(), (std::vector<std::string>{"Connected", "VtOrderGenericNew"}));
+  const auto& args = Last("VtOrderGenericNew").args;
+  EXPECT_EQ(args[11], "13");
+  EXPECT_EQ(args[12], "0");
+  EXPECT_EQ(args[14], "2");
+  EXPECT_EQ(args[20], "-1");
+  EXPECT_EQ(m().Status, ORDER_CANCELLED_INTERNAL);
+  EXPECT_FALSE(loop_.isRunning(f().Timer1));
+  EXPECT_TRUE(f().fraQuote.Visible());
+
+  // Disconnected: the timer stops and nothing at all goes out.
+  probe().m().Status = ORDER_ACTIVE;
+  Quote(1.2345, 1.2350, 0);
+  host_.connected = false;
+  host_.events.clear();
+  loop_.advance(1000);
+  EXPECT_EQ(host_.names(), std::vector<std::string>{"Connected"});
+  EXPECT_EQ(m().Status, ORDER_ACTIVE);
+  EXPECT_EQ(f().lblQuoteTime.Caption(), "-1");
+}
+
+TEST_F(QuoteTest, OneWayQuoteShowsTheSidesButtonAndPrice) {
+  probe().m().OrderType = LIMIT_ORDER;
+  Quote(1.2345, 1.2350, 30, 55, -1000);
+  EXPECT_EQ(f().lblQuotePrice.Caption(), "1.2345");
+  EXPECT_TRUE(f().cmdQuote(0).Visible());
+  EXPECT_FALSE(f().cmdQuote(2).Visible());
+  EXPECT_EQ(f().cmdQuote(1).Left(), 3450);
+  EXPECT_NE(f().lblQuoteMsg.Caption().find(" to sell 1,000.00 "), std::string::npos);
+  // A secondary amount takes the other side of the price.
+  Quote(1.2345, 1.2350, 30, 55, 1000, QTY_SECONDARY);
+  EXPECT_EQ(f().lblQuotePrice.Caption(), "1.2345");
+  EXPECT_FALSE(f().cmdQuote(0).Visible());
+  EXPECT_TRUE(f().cmdQuote(2).Visible());
+
+  host_.connected = false;
+  host_.events.clear();
+  ASSERT_TRUE(form().userClick(f().cmdQuote(1)));
+  EXPECT_EQ(host_.names(), (std::vector<std::string>{"Connected", "Message"}));
+}
+
+TEST_F(QuoteTest, QuotesForOtherOrdersAndOverlongQuotesChangeLittle) {
+  Quote(1.2345, 1.2350, 30, 56);
+  EXPECT_FALSE(f().fraQuote.Visible());
+  EXPECT_EQ(f().UserControl.BackColor(), 0x0000FFFF);  // the active order's own yellow
+  EXPECT_EQ(m().Quantity, 100000);
+
+  Quote(1.2345, 1.2350, 32768);
+  const RecordedEvent* error = host_.last("ErrorMsg");
+  ASSERT_NE(error, nullptr);
+  EXPECT_EQ(error->args, (std::vector<std::string>{"6", "", "OrderGenericQuote"}));
+  EXPECT_FALSE(f().fraQuote.Visible());
+  EXPECT_EQ(m().CounterpartyID, 9);  // the members were taken before the failure
+
+  Quote(1.2345, 1.2350, 32767);
+  EXPECT_EQ(f().lblQuoteTime.Caption(), "32767");
+}
+
+TEST_F(QuoteTest, NextMessageEndsTheQuoteButValidToTradeIsIgnored) {
+  Quote(1.2345, 1.2350, 30);
+  Msg valid;
+  valid.OrderID = 55;
+  valid.InstrumentID = kEurUsd;
+  valid.Status = ORDER_VALID_TO_TRADE;
+  Initialise(valid);
+  EXPECT_TRUE(f().fraQuote.Visible());
+  EXPECT_TRUE(loop_.isRunning(f().Timer1));
+  Msg done = valid;
+  done.Status = ORDER_EXECUTED;
+  done.Quantity = 100000;
+  done.Price = 1.2350;
+  Initialise(done);
+  EXPECT_FALSE(f().fraQuote.Visible());
+  EXPECT_FALSE(loop_.isRunning(f().Timer1));
+}
+
+}  // namespace
+}  // namespace quillon

@@ -1,0 +1,257 @@
+// From a filled form to the events that carry the order out: type and validity, the
+// statement, Yes and No, the expiry, quick deals, withdrawal and the trade panel.
+
+#include "ticket/ticket_fixture.h"
+
+namespace quillon {
+namespace {
+
+class SubmissionTest : public TicketTest {
+ protected:
+  void SetUp() override {
+    Long id = 1, profile = 0;
+    std::string name = "Main";
+    ticket_->LoadAccount(id, name, profile);
+    ticket_->setLanguage(1);
+    ticket_->setAccountType(0x0004 | 0x0400 | 0x0080 | 0x0002);
+    ticket_->setDealingGateway(42);
+    host_.connected = true;
+    Msg m;
+    m.InstrumentID = kEurUsd;
+    m.AccountID = 1;
+    m.Status = -1;
+    m.ValueDate = 37320;  // 05-Mar-2002
+    Initialise(m);
+    host_.events.clear();
+  }
+  Form& form() { return f().controls(); }
+  void Click(Control& c) { ASSERT_TRUE(form().userClick(c)) << c.fullName(); }
+  void Amount(const std::string& text) { form().userPaste(f().txtPrimQty, text); }
+  const RecordedEvent& Last(const std::string& name) {
+    const RecordedEvent* e = host_.last(name);
+    if (!e) throw std::runtime_error("no " + name);
+    return *e;
+  }
+};
+
+TEST_F(SubmissionTest, OrderTypesReshapeTheForm) {
+  Click(f().optType(2));
+  EXPECT_EQ(m().OrderType, LIMIT_ORDER);
+  EXPECT_TRUE(f().txtLimit.Visible());
+  EXPECT_FALSE(f().txtLimit.Locked());
+  EXPECT_FALSE(f().txtPrice.Visible());
+  EXPECT_TRUE(f().fraValid.Visible());
+  EXPECT_TRUE(f().lblValueDate.FontStrikethru());
+  EXPECT_FALSE(f().cmdBuySell(0).Visible());
+  EXPECT_EQ(m().LimitPrice, m().MarketPrice);
+  EXPECT_FALSE(f().cmdOKCancel(0).Enabled());  // a limit at the market fails the check
+
+  Click(f().optType(4));
+  EXPECT_EQ(m().Action, ACTION_OCO);
+  EXPECT_TRUE(f().txtLimit.Visible() && f().txtStop.Visible());
+  EXPECT_TRUE(f().udLimit.Visible() && f().udStop.Visible());
+
+  Click(f().optType(5));
+  EXPECT_EQ(m().Action, ACTION_NONE);
+  EXPECT_FALSE(f().optBuySell(0).Visible());
+  EXPECT_TRUE(f().optBuySell(0).Value());
+  EXPECT_EQ(f().txtPrice.Text(), "   -   ");
+  EXPECT_EQ(m().MarketPrice, 0);
+  EXPECT_EQ(m().Duration, kNoDate);
+  EXPECT_EQ(f().Label1(4).Caption(), "EUR");
+
+  Click(f().optType(1));
+  EXPECT_TRUE(f().cmdBuySell(0).Visible());
+  EXPECT_FALSE(f().lblValueDate.FontStrikethru());
+
+  // Day order on a limit, Market forces GTC, back on Limit keeps GTC.
+  Click(f().optType(2));
+  EXPECT_TRUE(f().optValid(1).Value());
+  Click(f().optValid(0));
+  EXPECT_NE(m().Duration, kNoDate);
+  Click(f().optType(1));
+  Click(f().optType(2));
+  EXPECT_TRUE(f().optValid(1).Value());
+}
+
+TEST_F(SubmissionTest, StatementReadsAsTheOrderWillGo) {
+  Click(f().optBuySell(1));
+  Click(f().optType(2));
+  Click(f().optValid(0));
+  Amount("1000");
+  form().userPaste(f().txtLimit, "1.2345");
+  probe().m().LimitPrice = 1.2345;
+  Click(f().cmdOKCancel(0));
+  EXPECT_TRUE(f().fraConf.Visible());
+  EXPECT_EQ(f().lblConfCurrs.Caption(), "Sell  EUR vs USD");
+  EXPECT_EQ(f().lblConfCurrs.ForeColor(), 0x000000FF);
+  EXPECT_EQ(f().lblConfirm.Caption(),
+            "To: Halden Bank\r\nFrom: Main\r\n\r\nI wish to place a limit order at 1.2345 to sell "
+            "1,000.00 EUR vs USD value 05-Mar-2002 (Day Order).");
+  EXPECT_EQ(f().Label1(12).Caption(),
+            "NOTE: This order is not executed until confirmed by Halden Bank with a green order "
+            "ticket.");
+  EXPECT_EQ(form().focused(), &f().cmdOKCancel(4));
+  EXPECT_FALSE(f().cmdOKCancel(2).Enabled());
+  EXPECT_EQ(f().Timer1.Interval(), 5000);
+  EXPECT_EQ(Last("ResizeTicket").args[0], "1");
+
+  // The OCO pair, and a second opening builds afresh.
+  Click(f().cmdOKCancel(4));
+  Click(f().optType(4));
+  probe().m().LimitPrice = 1.2345;
+  probe().m().StopPrice = 1.1234;
+  Click(f().optValid(1));
+  Click(f().cmdOKCancel(0));
+  EXPECT_EQ(f().lblConfirm.Caption(),
+            "To: Halden Bank\r\nFrom: Main\r\n\r\nI wish to place two orders worked OCO.  A limit "
+            "order at 1.2345 and a stop loss order at 1.1234, both to sell 1,000.00 EUR vs USD "
+            "value 05-Mar-2002 (GTC).");
+}
+
+TEST_F(SubmissionTest, TwoWayRequestReadsTheSameOnBothSides) {
+  Click(f().optType(5));
+  Click(f().cmdOKCancel(0));
+  const std::string buy = f().lblConfirm.Caption();
+  EXPECT_EQ(f().lblConfCurrs.Caption(), " EUR vs USD");
+  EXPECT_EQ(f().lblConfCurrs.ForeColor(), 0x0000FF00);
+  Click(f().cmdOKCancel(4));
+  probe().f().optBuySell(1).setValue(true);
+  Click(f().cmdOKCancel(0));
+  EXPECT_EQ(f().lblConfirm.Caption(), buy);
+  EXPECT_NE(buy.find("a two-way quote request for 100,000.00 EUR vs USD"), std::string::npos);
+  EXPECT_NE(buy.find("(GTC)."), std::string::npos);
+}
+
+TEST_F(SubmissionTest, YesSendsExactlyOneOrderWithItsArguments) {
+  Click(f().optBuySell(1));
+  Amount("1000");
+  Click(f().cmdOKCancel(0));
+  host_.events.clear();
+  loop_.setClock(36951.5);
+  Click(f().cmdOKCancel(3));
+  EXPECT_EQ(host_.names(),
+            (std::vector<std::string>{"Connected", "GID", "VtOrderGenericNew", "ResizeTicket"}));
+  const auto& args = Last("VtOrderGenericNew").args;
+  ASSERT_EQ(args.size(), 24u);
+  EXPECT_EQ(args[0], "42");          // ToID
+  EXPECT_EQ(args[1], "0");           // OrderID
+  EXPECT_EQ(args[2], "1");           // AccountID
+  EXPECT_EQ(args[3], "10");          // InstrumentID
+  EXPECT_EQ(args[4], "-1000");       // sell
+  EXPECT_EQ(args[6], "1.2345");      // the bid on a sell
+  EXPECT_EQ(args[7], "1");           // market
+  EXPECT_EQ(args[8], "32874");       // GTC: no validity frame on a market order
+  EXPECT_EQ(args[9], "36951.5");     // the local clock
+  EXPECT_EQ(args[11], "0");          // ORDER_PLACED
+  EXPECT_EQ(args[23], "0");          // Priority
+  EXPECT_EQ(m().Status, ORDER_ACTIVE_INTERNAL);
+  EXPECT_EQ(m().Quantity, 1000);
+  EXPECT_EQ(f().lblReason.Caption(), "Placing order, please wait...");
+  EXPECT_FALSE(f().fraConf.Visible());
+  EXPECT_TRUE(f().cmdOKCancel(2).Enabled());
+  EXPECT_FALSE(f().cmdOKCancel(0).Enabled());
+  EXPECT_FALSE(loop_.isRunning(f().Timer1));
+}
+
+TEST_F(SubmissionTest, OcoGoesOutAsTwoLegsWithoutAGuarantee) {
+  Click(f().optType(4));
+  probe().m().LimitPrice = 1.2300;
+  probe().m().StopPrice = 1.2400;
+  Click(f().cmdOKCancel(0));
+  host_.events.clear();
+  Click(f().cmdOKCancel(3));
+  EXPECT_EQ(host_.count("GID"), 0);
+  ASSERT_EQ(host_.count("VtOrderGenericArray"), 1);
+  const auto& args = Last("VtOrderGenericArray").args;
+  EXPECT_EQ(args[0], "42");
+  EXPECT_EQ(args[6], "[1.23,1.24]");  // prices: limit leg, stop leg
+  EXPECT_EQ(args[7], "[2,3]");        // types
+  EXPECT_EQ(args[22], "-1");          // GID
+  EXPECT_EQ(m().GID, 0);
+}
+
+TEST_F(SubmissionTest, NotConnectedSaysSoAndChangesNothing) {
+  host_.connected = false;
+  Click(f().cmdBuySell(1));
+  EXPECT_EQ(host_.count("Message"), 1);
+  EXPECT_EQ(Last("Message").args[0], "You are not currently connected");
+  EXPECT_FALSE(f().fraConf.Visible());
+  EXPECT_TRUE(f().optBuySell(0).Value());
+
+  host_.connected = true;
+  Click(f().cmdOKCancel(0));
+  host_.connected = false;
+  Click(f().cmdOKCancel(3));
+  EXPECT_TRUE(f().fraConf.Visible());
+  EXPECT_EQ(host_.count("VtOrderGenericNew"), 0);
+  // The panel still closes by itself, silently.
+  loop_.advance(5000);
+  EXPECT_FALSE(f().fraConf.Visible());
+  EXPECT_EQ(m().Status, -1);
+  EXPECT_EQ(host_.count("Message"), 2);
+  EXPECT_TRUE(f().cmdOKCancel(2).Enabled());
+  EXPECT_EQ(form().focused(), &f().txtPrimQty);
+}
+
+TEST_F(SubmissionTest, QuickDealPicksTheSideByTheRulingCurrency) {
+  Click(f().cmdBuySell(0));
+  EXPECT_TRUE(f().optBuySell(1).Value());
+  EXPECT_EQ(f().lblConfCurrs.Caption(), "Sell  EUR vs USD");
+  Click(f().cmdOKCancel(4));
+  Click(f().cmdBuySell(1));
+  EXPECT_TRUE(f().optBuySell(0).Value());
+  EXPECT_TRUE(f().fraConf.Visible());
+}
+
+TEST_F(SubmissionTest, WithdrawalSendsTheOrdersOwnQuantityAndReasonSix) {
+  Msg pending;
+  pending.OrderID = 77;
+  pending.InstrumentID = kEurUsd;
+  pending.AccountID = 1;
+  pending.Status = ORDER_PENDING;
+  pending.OrderType = LIMIT_ORDER;
+  pending.Quantity = -1000;
+  pending.Price = 1.3;
+  pending.Reason = 3;
+  Initialise(pending);
+  host_.events.clear();
+  Click(f().cmdOKCancel(1));
+  EXPECT_EQ(host_.names(), (std::vector<std::string>{"Connected", "GID", "VtOrderGenericNew"}));
+  const auto& args = Last("VtOrderGenericNew").args;
+  EXPECT_EQ(args[1], "77");
+  EXPECT_EQ(args[4], "-1000");
+  EXPECT_EQ(args[11], "19");
+  EXPECT_EQ(args[14], "6");
+  EXPECT_EQ(m().Status, ORDER_CANCEL_REQUEST);
+  EXPECT_EQ(m().Reason, 3);
+  EXPECT_FALSE(f().cmdOKCancel(1).Enabled());
+
+  Msg active = pending;
+  active.Status = ORDER_ACTIVE;
+  Initialise(active);
+  Click(f().cmdOKCancel(1));
+  EXPECT_EQ(Last("VtOrderGenericNew").args[11], "13");
+  EXPECT_EQ(m().Status, ORDER_CANCELLED_INTERNAL);
+}
+
+TEST_F(SubmissionTest, TradePanelButtonsAndClose) {
+  Msg done;
+  done.InstrumentID = kEurUsd;
+  done.AccountID = 1;
+  done.Status = ORDER_EXECUTED;
+  done.Quantity = 1000;
+  done.Price = 1.25;
+  Initialise(done);
+  ASSERT_TRUE(f().fraTradeConf.Visible());
+  Click(f().cmdOKCancel(5));
+  EXPECT_FALSE(f().fraTradeConf.Visible());
+  EXPECT_EQ(form().focused(), &f().cmdOKCancel(2));
+  EXPECT_EQ(m().Status, ORDER_EXECUTED);
+  host_.events.clear();
+  Click(f().cmdOKCancel(2));
+  EXPECT_EQ(host_.names(), std::vector<std::string>{"CloseTicket"});
+}
+
+}  // namespace
+}  // namespace quillon
