@@ -136,9 +136,7 @@ TEST_F(FormTest, StatusChoosesColourWordsAndCancelRequest) {
     msg.Price = 1.2;
     Initialise(msg);
     EXPECT_EQ(f().UserControl.BackColor(), c.colour);
-    // A row that paints uses one colour for all; one that does not keeps the blank form's.
-    EXPECT_EQ(f().txtPrimQty.BackColor(), c.colour == grey ? static_cast<Long>(0x8000000E)
-                                                           : c.colour);
+    EXPECT_EQ(f().fraOrderEntry.BackColor(), c.colour);
     EXPECT_EQ(f().cmdOKCancel(1).Enabled(), c.cancelRequest);
     EXPECT_FALSE(f().cmdOKCancel(0).Enabled());
     EXPECT_TRUE(f().cmdOKCancel(2).Enabled());

@@ -104,11 +104,13 @@ TEST_F(IntakeTest, EmbeddedOrderTypeIsReadFromManualOrdersOnly) {
     msg.OrderType = c.type;
     msg.FreeFormat = c.text;
     msg.Price = 1.1111;
-    probe().m().LimitPrice = 0;
+    probe().m().LimitPrice = 1.5;
+    probe().m().StopPrice = 1.6;
     Initialise(msg);
     EXPECT_EQ(msg.OrderType, c.typeAfter);
     EXPECT_EQ(m().OrderType, c.stored);
-    EXPECT_EQ(m().LimitPrice, c.stored == LIMIT_ORDER ? 1.1111 : 0.0);
+    EXPECT_EQ(m().LimitPrice, c.stored == LIMIT_ORDER ? 1.1111 : 1.5);
+    EXPECT_EQ(m().StopPrice, 1.6);
   }
 }
 

@@ -41,12 +41,12 @@ class MessagesTest : public TicketTest {
     m.ValueDate = 37320;
     Initialise(m);
   }
-  // Places a sell limit order at 1.2300 and confirms it: the ticket waits in 21.
+  // Places a sell limit order at 1.2400 and confirms it: the ticket waits in 21.
   void SendSellLimit() {
     Form& form = f().controls();
     form.userClick(f().optBuySell(1));
     form.userClick(f().optType(2));
-    form.userPaste(f().txtLimit, "1.2300");
+    form.userPaste(f().txtLimit, "1.2400");
     form.userClick(f().cmdOKCancel(0));
     form.userClick(f().cmdOKCancel(3));
     ASSERT_EQ(m().Status, ORDER_ACTIVE_INTERNAL);
@@ -90,7 +90,7 @@ TEST_F(MessagesTest, FailedDeliveryReplaysTheOrderAsItWasSent) {
   EXPECT_EQ(f().lblReason.Caption(),
             "Your order may not have been received by Norvane.  Please contact the dealers.");
   EXPECT_TRUE(f().optBuySell(1).Value());
-  EXPECT_EQ(f().txtLimit.Text(), "1.2300");
+  EXPECT_EQ(f().txtLimit.Text(), "1.2400");
   EXPECT_FALSE(f().fraOrderEntry.Enabled());
   EXPECT_TRUE(f().cmdOKCancel(2).Enabled());
   // The same report again finds no number to match.

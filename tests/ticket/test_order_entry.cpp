@@ -234,6 +234,8 @@ TEST_F(OrderEntryTest, PriceBoxesFollowTheirMembersAndStepByOnePip) {
   form().userSpin(f().udLimit, true);
   EXPECT_EQ(f().txtLimit.Text(), "1.2346");
   EXPECT_EQ(m().LimitPrice, 1.2346);
+  form().userClick(f().optType(4));  // OCO: both boxes and spinners show
+  probe().f().txtLimit.setText("1.2346");
   probe().f().txtStop.setText("0.0001");
   form().userSpin(f().udStop, false);
   EXPECT_EQ(f().txtStop.Text(), "   -   ");

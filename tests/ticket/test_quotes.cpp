@@ -155,6 +155,7 @@ TEST_F(QuoteTest, OneWayQuoteShowsTheSidesButtonAndPrice) {
   EXPECT_FALSE(f().cmdQuote(0).Visible());
   EXPECT_TRUE(f().cmdQuote(2).Visible());
 
+  loop_.advance(1000);  // a requote's buttons wait for the next tick
   host_.connected = false;
   host_.events.clear();
   ASSERT_TRUE(form().userClick(f().cmdQuote(1)));

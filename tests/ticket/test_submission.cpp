@@ -75,6 +75,7 @@ TEST_F(SubmissionTest, OrderTypesReshapeTheForm) {
 }
 
 TEST_F(SubmissionTest, StatementReadsAsTheOrderWillGo) {
+  host_.prices[kEurUsd] = Price(1.2300, 1.2305);  // a sell limit at 1.2345 lies above the bid
   Click(f().optBuySell(1));
   Click(f().optType(2));
   Click(f().optValid(0));
@@ -99,8 +100,8 @@ TEST_F(SubmissionTest, StatementReadsAsTheOrderWillGo) {
   // The OCO pair, and a second opening builds afresh.
   Click(f().cmdOKCancel(4));
   Click(f().optType(4));
-  probe().m().LimitPrice = 1.2345;
-  probe().m().StopPrice = 1.1234;
+  form().userPaste(f().txtLimit, "1.2345");
+  form().userPaste(f().txtStop, "1.1234");
   Click(f().optValid(1));
   Click(f().cmdOKCancel(0));
   EXPECT_EQ(f().lblConfirm.Caption(),
@@ -156,8 +157,8 @@ TEST_F(SubmissionTest, YesSendsExactlyOneOrderWithItsArguments) {
 
 TEST_F(SubmissionTest, OcoGoesOutAsTwoLegsWithoutAGuarantee) {
   Click(f().optType(4));
-  probe().m().LimitPrice = 1.2300;
-  probe().m().StopPrice = 1.2400;
+  form().userPaste(f().txtLimit, "1.2300");
+  form().userPaste(f().txtStop, "1.2400");
   Click(f().cmdOKCancel(0));
   host_.events.clear();
   Click(f().cmdOKCancel(3));
@@ -214,6 +215,7 @@ TEST_F(SubmissionTest, WithdrawalSendsTheOrdersOwnQuantityAndReasonSix) {
   pending.Quantity = -1000;
   pending.Price = 1.3;
   pending.Reason = 3;
+  probe().m().Status = ORDER_PLACED;  // a ticket that holds no order takes any on its instrument
   Initialise(pending);
   host_.events.clear();
   Click(f().cmdOKCancel(1));
