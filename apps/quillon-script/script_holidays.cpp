@@ -1,5 +1,7 @@
 #include "script_holidays.h"
 
+#include "holidays/bank_holidays.h"
+
 #include <cmath>
 
 namespace quillon::script {
@@ -33,6 +35,10 @@ Long ScriptHolidays::Answer(Long instrumentID, Date date) const {
       calendars_->IsHoliday(currency->second, DayOf(date)))
     return 1;
   return 0;
+}
+
+bool QuantLibCalendars::IsHoliday(const std::string& code, Date day) const {
+  return BankHolidays::isHoliday(code, day);
 }
 
 }  // namespace quillon::script

@@ -20,6 +20,12 @@ class CurrencyCalendars {
   virtual bool IsHoliday(const std::string& code, Date day) const = 0;
 };
 
+// The calendars of the bank-holiday library (QuantLib underneath).
+class QuantLibCalendars : public CurrencyCalendars {
+ public:
+  bool IsHoliday(const std::string& code, Date day) const override;
+};
+
 class ScriptHolidays : public HolidayLibrary {
  public:
   // Makes `day` a bank holiday of the currency of instrument `instrumentID`.

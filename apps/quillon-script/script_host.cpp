@@ -1,5 +1,7 @@
 #include "script_host.h"
 
+#include "holidays/bank_holidays.h"
+
 #include <algorithm>
 #include <initializer_list>
 #include <istream>
@@ -142,6 +144,7 @@ class Args {
 
 ScriptHost::ScriptHost(ScriptOptions options)
     : options_(std::move(options)), locale_(Locale::ByName(options_.locale)) {
+  holidays_.SetCalendars(&calendars_);
   holidays_.onQuestion = [this](Long instrumentID, Date date, Long result) {
     if (!options_.trace) return;
     Emit({{"library", "IsValueDateABankHol"},
@@ -418,6 +421,12 @@ ScriptHost::Action ScriptHost::Compile(const Json& command, int line, int depth)
     if (!iso)
       throw ScriptError("field \"code\": expected an ISO currency code such as \"EUR\", got " +
                         Describe(code));
+    if (!BankHolidays::knowsCurrency(code)) {
+      std::string known;
+      for (const std::string& k : BankHolidays::knownCurrencies()) known += (known.empty() ? "" : " ") + k;
+      throw ScriptError("field \"code\": no holiday calendar for " + Describe(code) +
+                        "; known: " + known);
+    }
     return {line, [this, id, code] { holidays_.SetCurrency(id, code); }};
   }
   if (op == "on") {

@@ -127,6 +127,7 @@ class ScriptHost : public ClientticketEvents {
   ScriptOptions options_;
   HeadlessLoop loop_;
   Locale locale_;
+  QuantLibCalendars calendars_;
   ScriptHolidays holidays_;
   Printer printer_{*this};
   std::ostream* out_ = nullptr;
