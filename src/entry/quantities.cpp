@@ -1,5 +1,5 @@
 // The two amounts of an order:
-//   VtDbl, Update_Quantities, the txtPrimQty and txtSecQty handlers, the udPrim and udSec
+//   VtDbl, Update_Quantities, Refresh_Quantity, the txtPrimQty and txtSecQty handlers, the udPrim and udSec
 //   handlers, cmdContract_Click.
 
 #include <cmath>
@@ -49,17 +49,19 @@ void Clientticket::Update_Quantities() {
   ResumeNext([&] { cmdOKCancel(0).setEnabled(Check_Order() && Status == ORDER_BLANK); });
 }
 
-// A change of the ruling amount refreshes the form the way a tick does.
+// A change of the ruling amount refreshes the form the way a tick does, from the members.
+void Clientticket::Refresh_Quantity() {
+  Long instrument = InstrumentID, counterparty = CompanyCtrPty, priceType = PRICE_TRADED,
+       source = CompanyCtrPty;
+  double bid = Bid, offer = Offer;
+  Date now = loop().now();
+  PriceGeneric(instrument, counterparty, bid, offer, priceType, source, now);
+}
+
 void Clientticket::txtPrimQty_Change() {
   if (PrimarySecondaryQty != QTY_PRIMARY) return;
   ResumeNext([&] { Quantity = VtDbl(txtPrimQty.Text()); });
-  ResumeNext([&] {
-    Long instrument = InstrumentID, counterparty = CompanyCtrPty, priceType = PRICE_TRADED,
-         source = CompanyCtrPty;
-    double bid = Bid, offer = Offer;
-    Date now = loop().now();
-    PriceGeneric(instrument, counterparty, bid, offer, priceType, source, now);
-  });
+  ResumeNext([&] { Refresh_Quantity(); });
 }
 
 void Clientticket::txtPrimQty_GotFocus() {
@@ -88,13 +90,7 @@ void Clientticket::txtPrimQty_LostFocus() {
 void Clientticket::txtSecQty_Change() {
   if (PrimarySecondaryQty != QTY_SECONDARY) return;
   ResumeNext([&] { Quantity = VtDbl(txtSecQty.Text()); });
-  ResumeNext([&] {
-    Long instrument = InstrumentID, counterparty = CompanyCtrPty, priceType = PRICE_TRADED,
-         source = CompanyCtrPty;
-    double bid = Bid, offer = Offer;
-    Date now = loop().now();
-    PriceGeneric(instrument, counterparty, bid, offer, priceType, source, now);
-  });
+  ResumeNext([&] { Refresh_Quantity(); });
 }
 
 void Clientticket::txtSecQty_GotFocus() {

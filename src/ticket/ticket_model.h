@@ -240,6 +240,7 @@ class Clientticket : private TicketPlatform, private TicketMembers, private Tick
   void Set_Valid_Option();
   double VtDbl(const std::string& Text);
   void Update_Quantities();
+  void Refresh_Quantity();  // the ruling box's refresh: PriceGeneric from the members
   void txtPrimQty_Change();
   void txtPrimQty_GotFocus();
   void txtPrimQty_KeyPress(Integer& KeyAscii);
