@@ -28,11 +28,7 @@ class MessagesTest : public TicketTest {
     TicketServices services{&loop_, nullptr, &printer_, &locale_};
     ticket_ = std::make_unique<Clientticket>(services);
     ticket_->setHost(&host_);
-    Long id = 1, profile = 0;
-    std::string name = "Main";
-    ticket_->LoadAccount(id, name, profile);
-    ticket_->setLanguage(1);
-    ticket_->setAccountType(0x0004 | 0x0080 | 0x0002);  // live
+    SetUpUser(0x0004 | 0x0080 | 0x0002);  // live
     host_.connected = true;
     Msg m;
     m.InstrumentID = kEurUsd;

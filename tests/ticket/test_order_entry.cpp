@@ -11,11 +11,7 @@ class OrderEntryTest : public TicketTest {
   // A blank market EUR/USD ticket, buy, on account 1 (profile 0), bid 1.2345 offer 1.2350,
   // contract size 100,000, in a point locale.
   void SetUp() override {
-    Long id = 1, profile = 0;
-    std::string name = "Main";
-    ticket_->LoadAccount(id, name, profile);
-    ticket_->setLanguage(1);
-    ticket_->setAccountType(0x0004 | 0x0400 | 0x0080 | 0x0002);
+    SetUpUser();
     Msg m;
     m.InstrumentID = kEurUsd;
     m.AccountID = 1;

@@ -9,11 +9,7 @@ class QuoteTest : public TicketTest {
  protected:
   // A two-way request for 100,000 EUR vs USD has gone out as order 55 and is active.
   void SetUp() override {
-    Long id = 1, profile = 0;
-    std::string name = "Main";
-    ticket_->LoadAccount(id, name, profile);
-    ticket_->setLanguage(1);
-    ticket_->setAccountType(0x0004 | 0x0400 | 0x0080 | 0x0002);
+    SetUpUser();
     ticket_->setDealingGateway(42);
     host_.connected = true;
     Msg m;

@@ -292,6 +292,16 @@ class TicketTest : public ::testing::Test {
     Initialise(m);
   }
 
+  // The usual set-up of an order-entry test: account 1 "Main" (profile 0) loaded, English,
+  // the given rights (every right and a live user by default).
+  void SetUpUser(Integer rights = 0x0004 | 0x0400 | 0x0080 | 0x0002) {
+    Long id = 1, profile = 0;
+    std::string name = "Main";
+    ticket_->LoadAccount(id, name, profile);
+    ticket_->setLanguage(1);
+    ticket_->setAccountType(rights);
+  }
+
   const TicketMembers& m() const { return ticket_->members(); }
   TicketForm& f() { return ticket_->form(); }
   TicketProbe probe() { return TicketProbe{*ticket_}; }
