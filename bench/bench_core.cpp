@@ -1,0 +1,315 @@
+// The hot roads of a headless ticket: a tick and its floor, an ignored tick, a key stroke,
+// the blank form, placing an order, settlement dates with real calendars, the forward search,
+// many tickets at once, and the memory of one ticket.
+
+#include <benchmark/benchmark.h>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "bench_support.h"
+#include "platform/number_format.h"
+
+namespace quillon::bench {
+namespace {
+
+constexpr double kBid[2] = {1.2345, 1.2346};
+constexpr double kOffer[2] = {1.2350, 1.2351};
+
+// A blank EUR/USD market ticket on its own platform and host.
+struct OneTicket {
+  Platform platform;
+  QuickHost host;
+  std::unique_ptr<Clientticket> ticket;
+  explicit OneTicket(Long priceProfile = -1) {
+    ticket = std::make_unique<Clientticket>(platform.services());
+    ticket->setHost(&host);
+    OpenBlankTicket(*ticket, priceProfile);
+  }
+  Form& form() { return ticket->form().controls(); }
+};
+
+// Runs a road once outside the timing and says how many price look-ups it makes.
+template <typename Road>
+Long PriceLookUpsOf(QuickHost& host, Road road) {
+  const Long before = host.priceLookUps;
+  road();
+  return host.priceLookUps - before;
+}
+
+void ReportAllocations(benchmark::State& state, std::uint64_t before) {
+  state.counters["allocs"] = benchmark::Counter(
+      static_cast<double>(Heap().allocations - before), benchmark::Counter::kAvgIterations);
+}
+
+void CheckNoErrors(benchmark::State& state, const QuickHost& host) {
+  if (host.errors != 0) state.SkipWithError("the road reported an error");
+}
+
+// One accepted tick on a blank market ticket whose client sees the raw ticks; the market
+// moves by a pip at each tick, so the price boxes change every time.
+void BM_TickRoad(benchmark::State& state) {
+  OneTicket t(-1);
+  int side = 0;
+  const Long lookUps = PriceLookUpsOf(t.host, [&] {
+    side ^= 1;
+    Tick(*t.ticket, QuickHost::kEurUsd, kBid[side], kOffer[side]);
+  });
+  const std::uint64_t allocations = Heap().allocations;
+  for (auto _ : state) {
+    side ^= 1;
+    Tick(*t.ticket, QuickHost::kEurUsd, kBid[side], kOffer[side]);
+  }
+  ReportAllocations(state, allocations);
+  state.counters["host_calls"] = static_cast<double>(lookUps);
+  CheckNoErrors(state, t.host);
+}
+BENCHMARK(BM_TickRoad);
+
+// The least work any ticket must do for that tick: the five prices of the road written with
+// the pip's pattern by the same number layer, and the road's host calls through the same
+// event interface.
+void BM_TickFloor(benchmark::State& state) {
+  OneTicket t(-1);
+  int side = 0;
+  const Long lookUps = PriceLookUpsOf(t.host, [&] {
+    side ^= 1;
+    Tick(*t.ticket, QuickHost::kEurUsd, kBid[side], kOffer[side]);
+  });
+  ClientticketEvents* host = &t.host;
+  benchmark::DoNotOptimize(host);
+  const Locale& locale = t.platform.locale;
+  const std::string pattern = "0.0000";
+  const std::uint64_t allocations = Heap().allocations;
+  for (auto _ : state) {
+    side ^= 1;
+    const double bid = kBid[side], offer = kOffer[side];
+    // Market, bid and offer; limit and stop.
+    std::string market = FormatNumber(offer, pattern, locale);
+    std::string bidText = FormatNumber(bid, pattern, locale);
+    std::string offerText = FormatNumber(offer, pattern, locale);
+    std::string limit = FormatNumber(offer, pattern, locale);
+    std::string stop = FormatNumber(offer, pattern, locale);
+    benchmark::DoNotOptimize(market);
+    benchmark::DoNotOptimize(bidText);
+    benchmark::DoNotOptimize(offerText);
+    benchmark::DoNotOptimize(limit);
+    benchmark::DoNotOptimize(stop);
+    for (Long i = 0; i < lookUps; ++i) {
+      Long counterparty = 0, priceType = 0, profile = -1;
+      double b = 0, o = 0, high = 0, low = 0;
+      Date time = 0;
+      host->VtPriceGetArray(QuickHost::kEurUsd, 0, counterparty, b, o, high, low, priceType,
+                            time, profile);
+      benchmark::DoNotOptimize(b);
+    }
+  }
+  ReportAllocations(state, allocations);
+  state.counters["host_calls"] = static_cast<double>(lookUps);
+}
+BENCHMARK(BM_TickFloor);
+
+// The same road for a client on a price profile: one more host call fetches its price.
+void BM_TickRoadProfile(benchmark::State& state) {
+  OneTicket t(7);
+  int side = 0;
+  const std::uint64_t allocations = Heap().allocations;
+  for (auto _ : state) {
+    side ^= 1;
+    t.host.prices[QuickHost::kEurUsd].Bid = kBid[side];
+    t.host.prices[QuickHost::kEurUsd].Offer = kOffer[side];
+    Tick(*t.ticket, QuickHost::kEurUsd, kBid[side], kOffer[side]);
+  }
+  ReportAllocations(state, allocations);
+  CheckNoErrors(state, t.host);
+}
+BENCHMARK(BM_TickRoadProfile);
+
+// A tick of another instrument: the ticket looks and drops it.
+void BM_TickIgnored(benchmark::State& state) {
+  OneTicket t;
+  for (auto _ : state) Tick(*t.ticket, QuickHost::kGbpUsd, 1.4501, 1.4506);
+}
+BENCHMARK(BM_TickIgnored);
+
+// One key stroke in the quantity box: a digit, then a backspace, and so on. Each runs the
+// whole refresh road.
+void BM_KeyStroke(benchmark::State& state) {
+  OneTicket t;
+  TextBox& box = t.ticket->form().txtPrimQty;
+  t.form().userPaste(box, "100000");
+  Integer keys[2] = {'0', 8};
+  int next = 0;
+  const std::uint64_t allocations = Heap().allocations;
+  for (auto _ : state) {
+    t.form().userKey(box, keys[next]);
+    next ^= 1;
+  }
+  ReportAllocations(state, allocations);
+  CheckNoErrors(state, t.host);
+}
+BENCHMARK(BM_KeyStroke);
+
+// Initialise with Status -1: the blank form painted, prices and equity asked for.
+void BM_InitialiseBlank(benchmark::State& state) {
+  OneTicket t;
+  const std::uint64_t allocations = Heap().allocations;
+  for (auto _ : state) {
+    Long tradeID = 0, orderID = 0, accountID = 1, instrumentID = QuickHost::kEurUsd;
+    double quantity = 0, price = 0, strike = 0;
+    Long primSec = 0, orderType = MARKET_ORDER, status = ORDER_BLANK, linkID = 0, action = 0;
+    Date duration = 0, marketTime = 0, valueDate = 0, expiry = 0;
+    Integer reason = 0;
+    Long counterparty = 0, dummyLive = 0, systemID = 0, ctrSystemID = 0, profileID = 0;
+    std::string freeFormat;
+    t.ticket->Initialise(tradeID, orderID, accountID, instrumentID, quantity, primSec, price,
+                         orderType, duration, marketTime, valueDate, status, linkID, action,
+                         reason, counterparty, dummyLive, freeFormat, systemID, ctrSystemID,
+                         profileID, strike, expiry);
+  }
+  ReportAllocations(state, allocations);
+  CheckNoErrors(state, t.host);
+}
+BENCHMARK(BM_InitialiseBlank);
+
+// Place Order, the statement, Yes: the order goes out. The blank form is set up again
+// between iterations, outside the timing.
+void BM_PlaceConfirmSend(benchmark::State& state) {
+  OneTicket t;
+  TicketForm& f = t.ticket->form();
+  const Long ordersBefore = t.host.orders;
+  for (auto _ : state) {
+    state.PauseTiming();
+    OpenBlankTicket(*t.ticket);
+    state.ResumeTiming();
+    t.form().userClick(f.cmdOKCancel(0));  // Place Order: the statement
+    t.form().userClick(f.cmdOKCancel(3));  // Yes
+  }
+  if (t.host.orders - ordersBefore != static_cast<Long>(state.iterations()))
+    state.SkipWithError("not every road sent its order");
+  CheckNoErrors(state, t.host);
+}
+BENCHMARK(BM_PlaceConfirmSend);
+
+// Get_Settlement_Day with the TARGET and Federal Reserve calendars for EUR and USD.
+void SettlementDay(benchmark::State& state, Date code) {
+  OneTicket t;
+  t.ticket->setTradingDayEnd(TimeSerial(17, 0, 0));
+  const Date trade = DateSerial(2001, 3, 1);
+  Long instrument = QuickHost::kEurUsd;
+  for (auto _ : state) {
+    Date tradeDate = trade, forward = code;
+    benchmark::DoNotOptimize(t.ticket->Get_Settlement_Day(tradeDate, forward, instrument));
+  }
+  CheckNoErrors(state, t.host);
+}
+void BM_SettlementSpot(benchmark::State& state) { SettlementDay(state, kNoDate); }
+void BM_SettlementOneYear(benchmark::State& state) {
+  SettlementDay(state, DateSerial(1991, 1, 1));
+}
+BENCHMARK(BM_SettlementSpot);
+BENCHMARK(BM_SettlementOneYear);
+
+// Find_New_Inst over a family of ten forwards whose last member is the one that settles on
+// the date asked for, so the search settles every member.
+void BM_FindNewInst(benchmark::State& state) {
+  OneTicket t;
+  t.ticket->setTradingDayEnd(TimeSerial(17, 0, 0));
+  constexpr Long kParent = 100;
+  auto add = [&](Long id, Long link, Integer term, Date code) {
+    InstrumentRec r;
+    r.InstrumentID = id;
+    r.ShortDesc = r.LongDesc = "EUR/USD " + std::to_string(id);
+    r.BaseID = QuickHost::kEur;
+    r.ValueID = QuickHost::kUsd;
+    r.LinkID = link;
+    r.Term = term;
+    r.ValueDate = code;
+    r.Pip = 0.0001;
+    r.ContractSize = 100000;
+    t.host.instruments[id] = r;
+  };
+  add(kParent, 0, 2, kNoDate);
+  const Date codes[] = {DateSerial(1990, 1, 8), DateSerial(1990, 1, 15), DateSerial(1990, 1, 22),
+                        DateSerial(1990, 2, 1), DateSerial(1990, 3, 1),  DateSerial(1990, 4, 1),
+                        DateSerial(1990, 7, 1), DateSerial(1990, 10, 1), kNoDate,
+                        DateSerial(1991, 1, 1)};
+  for (Long i = 0; i < 10; ++i) {
+    const Long id = kParent + 1 + i;
+    add(id, kParent, i == 8 ? 11 : 7, codes[i]);
+    t.host.family.push_back(id);
+  }
+  Date tradingDay = DateSerial(2001, 3, 1);  // 10:00 on 1 March, before the day's end
+  Date oneYear = DateSerial(1991, 1, 1);
+  Long parent = kParent;
+  const Date target = t.ticket->Get_Settlement_Day(tradingDay, oneYear, parent);
+  TicketProbe probe{*t.ticket};
+  if (probe.FindNewInst(kParent, target) != kParent + 10) {
+    state.SkipWithError("the search did not find the one-year forward");
+    return;
+  }
+  for (auto _ : state) benchmark::DoNotOptimize(probe.FindNewInst(kParent, target));
+  CheckNoErrors(state, t.host);
+}
+BENCHMARK(BM_FindNewInst);
+
+// N blank tickets open at once on one host and one message loop; each iteration pushes one
+// EUR/USD tick to every ticket. Reported per tick per ticket.
+void BM_Load(benchmark::State& state) {
+  const auto n = static_cast<std::size_t>(state.range(0));
+  Platform platform;
+  QuickHost host;
+  std::vector<std::unique_ptr<Clientticket>> tickets;
+  tickets.reserve(n);
+  for (std::size_t i = 0; i < n; ++i) {
+    tickets.push_back(std::make_unique<Clientticket>(platform.services()));
+    tickets.back()->setHost(&host);
+    OpenBlankTicket(*tickets.back());
+  }
+  int side = 0;
+  for (auto _ : state) {
+    side ^= 1;
+    for (auto& ticket : tickets) Tick(*ticket, QuickHost::kEurUsd, kBid[side], kOffer[side]);
+  }
+  state.counters["tickets"] = static_cast<double>(n);
+  state.counters["per_ticket_tick"] = benchmark::Counter(
+      static_cast<double>(n), benchmark::Counter::kIsIterationInvariantRate |
+                                  benchmark::Counter::kInvert);
+  CheckNoErrors(state, host);
+}
+BENCHMARK(BM_Load)->Arg(1)->Arg(10)->Arg(100)->Arg(500);
+
+// Heap bytes held by one open headless ticket: a blank form that has taken a tick. The host,
+// the message loop, the locale and the holiday calendars are the host's and shared.
+void BM_BytesPerTicket(benchmark::State& state) {
+  constexpr int kTickets = 50;
+  Platform platform;
+  QuickHost host;
+  {  // the first ticket builds what every ticket shares (the string table, the calendars)
+    Clientticket warm(platform.services());
+    warm.setHost(&host);
+    OpenBlankTicket(warm);
+  }
+  double perTicket = 0;
+  for (auto _ : state) {
+    std::vector<std::unique_ptr<Clientticket>> tickets;
+    tickets.reserve(kTickets);
+    const std::int64_t before = Heap().liveBytes;
+    for (int i = 0; i < kTickets; ++i) {
+      tickets.push_back(std::make_unique<Clientticket>(platform.services()));
+      tickets.back()->setHost(&host);
+      OpenBlankTicket(*tickets.back());
+      Tick(*tickets.back(), QuickHost::kEurUsd, kBid[0], kOffer[0]);
+    }
+    perTicket = static_cast<double>(Heap().liveBytes - before) / kTickets;
+    state.PauseTiming();
+    tickets.clear();
+    state.ResumeTiming();
+  }
+  state.counters["bytes_per_ticket"] = perTicket;
+}
+BENCHMARK(BM_BytesPerTicket)->Iterations(3);
+
+}  // namespace
+}  // namespace quillon::bench

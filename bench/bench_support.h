@@ -1,0 +1,117 @@
+// What the benchmarks share: a host that answers at once, a blank EUR/USD ticket, the
+// allocation counter, and a probe to the private procedures that stays in this binary.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <map>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "holidays/bank_holidays.h"
+#include "platform/date.h"
+#include "platform/headless_loop.h"
+#include "platform/locale.h"
+#include "ticket/ticket_model.h"
+
+namespace quillon {
+
+// Reaches the ticket's private procedures (the class befriends this name). Defined for the
+// benchmarks only; the shipped library does not contain it.
+struct TicketProbe {
+  Clientticket& t;
+  Long FindNewInst(Long id, Date value) { return t.Find_New_Inst(id, value); }
+  std::string Single(double price, double pip) { return t.Single_Price_As_String(price, pip); }
+};
+
+namespace bench {
+
+// Heap use of the whole process, counted by the replaced operator new and delete.
+struct HeapCount {
+  std::uint64_t allocations;  // calls of operator new so far
+  std::int64_t liveBytes;     // bytes allocated and not yet freed (usable sizes)
+};
+HeapCount Heap();
+
+// A host that answers every question at once from small tables and counts the events.
+class QuickHost : public ClientticketEvents {
+ public:
+  static constexpr Long kEurUsd = 10, kEur = 1, kUsd = 2, kGbpUsd = 20;
+
+  QuickHost();
+
+  std::map<Long, InstrumentRec> instruments;
+  std::map<Long, PriceRec> prices;
+  std::vector<Long> family;  // the answer of VtInstGetArrayAll
+  Long events = 0;           // every event raised
+  Long priceLookUps = 0;     // VtPriceGetArray
+  Long orders = 0;           // VtOrderGenericNew
+  Integer nextGid = 1;
+
+  void CloseTicket() override { ++events; }
+  void ErrorMsg(Long&, std::string&, std::string&) override { ++events; ++errors; }
+  void GID(Integer& gid) override {
+    ++events;
+    gid = nextGid++;
+    if (nextGid > 30000) nextGid = 1;
+  }
+  void Connected(Boolean& connected) override {
+    ++events;
+    connected = true;
+  }
+  void VtInstGetArray(Long& InstrumentID, Long& BaseID, Long& ValueID, Long& LinkID,
+                      Long& SourceID, Integer& InstType, Integer& Term, std::string& ShortDesc,
+                      std::string& LongDesc, Long& ContractSize, Date& Expiry, double& Pip,
+                      double& Strike, Integer& Status, Integer& CallPut,
+                      Date& ValueDate) override;
+  void VtInstGetArrayAll(Long&, Long&, Long& LinkID, Long&, Integer&, Integer&, Date&, Integer&,
+                         Variant& InstrumentIDArray, Variant&, Variant&, Variant&, Variant&,
+                         Boolean& bSuccess) override;
+  void VtOrderGenericNew(Long, Long, Long, Long, double, Long, double, Long, Date, Date, Date,
+                         Long, Long, Integer, Integer, Long, Boolean, Long, std::string, Long,
+                         Integer, Long, Long, Integer) override {
+    ++events;
+    ++orders;
+  }
+  void VtPriceGenericRequest(Long, Long, Long) override { ++events; }
+  void VtPriceGetArray(Long InstrumentID, Long SourceID, Long& CounterpartyID, double& Bid,
+                       double& Offer, double& High, double& Low, Long& PriceType,
+                       Date& PriceTime, Long& PriceProfileID) override;
+  void SystemTime(Date&) override { ++events; }
+  void RequestEquity(Long&, Long&) override { ++events; }
+  void ResizeTicket(Integer&) override { ++events; }
+  void Message(std::string) override { ++events; }
+
+  Long errors = 0;  // ErrorMsg: a benchmark whose road reports an error measures the wrong road
+};
+
+// The services one host gives all its tickets: a message loop, the locale, bank holidays.
+struct Platform {
+  HeadlessLoop loop;
+  Locale locale = Locale::ByName("en_US");
+  BankHolidays holidays;
+  Platform();
+  TicketServices services() {
+    TicketServices s;
+    s.loop = &loop;
+    s.locale = &locale;
+    s.holidays = &holidays;
+    return s;
+  }
+};
+
+// Account 1 "Main" with the price profile given (-1: raw ticks), English, every right, and a
+// blank market order form for `instrument`.
+void OpenBlankTicket(Clientticket& ticket, Long priceProfile = -1,
+                     Long instrument = QuickHost::kEurUsd);
+
+// One tick through the public door.
+inline void Tick(Clientticket& ticket, Long instrument, double bid, double offer) {
+  Long counterparty = 0, type = PRICE_TRADED, source = 0;
+  Date time = 0;
+  ticket.PriceGeneric(instrument, counterparty, bid, offer, type, source, time);
+}
+
+}  // namespace bench
+}  // namespace quillon
