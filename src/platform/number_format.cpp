@@ -20,18 +20,38 @@ struct Decimal {
   int wholeLength = 0;
 };
 
+// The digits and the decimal exponent of a text "d.ddde+XX" that to_chars wrote.
+Decimal DigitsOf(const char* p, const char* end) {
+  Decimal d;
+  for (; p != end && *p != 'e'; ++p)
+    if (*p >= '0' && *p <= '9') d.digits += *p;
+  int exponent = 0;
+  if (p != end) std::from_chars(p + (p[1] == '+' ? 2 : 1), end, exponent);
+  d.wholeLength = exponent + 1;
+  return d;
+}
+
 // The 15-significant-digit decimal form of |value|, the precision a Double holds reliably.
 Decimal FifteenDigits(double value) {
   char buffer[40];
-  std::snprintf(buffer, sizeof buffer, "%.14e", std::fabs(value));
-  // "d.dddddddddddddde+XX"
-  Decimal d;
-  d.digits.reserve(15);
-  const char* p = buffer;
-  for (; *p && *p != 'e'; ++p)
-    if (*p >= '0' && *p <= '9') d.digits += *p;
-  d.wholeLength = (*p == 'e' ? std::atoi(p + 1) : 0) + 1;
-  if (d.digits.find_first_not_of('0') == std::string::npos) d.wholeLength = 1;
+  const double magnitude = std::fabs(value);
+  // The shortest text that reads back as the value: when it has 15 digits or fewer it is
+  // also the value rounded to 15 digits, because 15-digit decimals lie further apart than
+  // Doubles do, so no other one comes as near. Only longer texts need the rounding itself.
+  // 40 characters always hold the text.
+  std::to_chars_result written =
+      std::to_chars(buffer, buffer + sizeof buffer, magnitude, std::chars_format::scientific);
+  Decimal d = DigitsOf(buffer, written.ptr);
+  if (d.digits.size() > 15) {
+    // "d.dddddddddddddde+XX", correctly rounded like printf's "%.14e".
+    written = std::to_chars(buffer, buffer + sizeof buffer, magnitude,
+                            std::chars_format::scientific, 14);
+    d = DigitsOf(buffer, written.ptr);
+  }
+  if (d.digits.find_first_not_of('0') == std::string::npos) {
+    d.digits = "0";
+    d.wholeLength = 1;
+  }
   return d;
 }
 
@@ -105,12 +125,9 @@ struct Section {
   bool hasPoint = false;
   bool grouping = false;
   bool empty = true;
-
-  int decimals() const {
-    int n = 0;
-    for (const Item& item : fraction) n += item.kind != Item::Literal;
-    return n;
-  }
+  int decimals = 0;      // placeholders after the point
+  int placeholders = 0;  // placeholders before it
+  int minDigits = 0;     // whole digits always shown: from the leftmost 0 to the point
 };
 
 Section ParseSection(std::string_view text) {
@@ -130,56 +147,55 @@ Section ParseSection(std::string_view text) {
       items.push_back({Section::Item::Literal, c});
     }
   }
+  for (const Section::Item& item : s.fraction) s.decimals += item.kind != Section::Item::Literal;
+  int firstZero = 0;  // 1-based among the whole placeholders, 0 for none
+  for (const Section::Item& item : s.whole) {
+    if (item.kind == Section::Item::Literal) continue;
+    ++s.placeholders;
+    if (item.kind == Section::Item::Zero && firstZero == 0) firstZero = s.placeholders;
+  }
+  s.minDigits = firstZero == 0 ? 0 : s.placeholders - firstZero + 1;
   return s;
 }
 
 std::string FormatSection(const Section& s, const Rounded& r, bool minus, const Locale& locale) {
   // Whole part: the digits fill the placeholders from the right; the leftmost placeholder
   // takes every digit left over, so a number never loses digits to a short pattern.
-  int placeholders = 0;
-  int minDigits = 0;
+  const int placeholders = s.placeholders;
+  const std::size_t length = std::max(r.whole.size(), static_cast<std::size_t>(s.minDigits));
+  const std::size_t padding = length - r.whole.size();  // leading zeros the pattern asks for
+  const std::string& grouping = locale.groupingSign();
+  std::string out;
+  out.reserve(length * (1 + grouping.size()) + s.whole.size() + s.fraction.size() + 4);
+  if (minus) out += '-';
+  // Digit i of the whole part, with the grouping sign that follows it.
+  const auto appendDigit = [&](std::size_t i) {
+    out += i < padding ? '0' : r.whole[i - padding];
+    const std::size_t fromRight = length - 1 - i;
+    if (s.grouping && fromRight > 0 && fromRight % 3 == 0) out += grouping;
+  };
+  // Placeholder j from the left (1-based) is placeholder placeholders-j+1 from the right; the
+  // first takes the digits that the others leave.
+  const long total = static_cast<long>(length);
+  int j = 0;
   for (const Section::Item& item : s.whole) {
-    if (item.kind == Section::Item::Literal) continue;
-    ++placeholders;
-    if (item.kind == Section::Item::Zero && minDigits == 0) minDigits = -placeholders;
-  }
-  if (minDigits < 0) minDigits = placeholders + minDigits + 1;
-
-  std::string digits = r.whole;
-  if (static_cast<int>(digits.size()) < minDigits) digits.insert(0, minDigits - digits.size(), '0');
-  std::vector<std::string> tokens;  // one digit each, with the grouping sign that follows it
-  tokens.reserve(digits.size());
-  for (std::size_t i = 0; i < digits.size(); ++i) {
-    const std::size_t fromRight = digits.size() - 1 - i;
-    tokens.emplace_back(1, digits[i]);
-    if (s.grouping && fromRight > 0 && fromRight % 3 == 0) tokens.back() += locale.groupingSign();
-  }
-
-  std::vector<std::string> wholeOut;  // built right to left
-  std::size_t next = tokens.size();   // tokens[0, next) are still to place
-  int seen = 0;
-  for (auto it = s.whole.rbegin(); it != s.whole.rend(); ++it) {
-    if (it->kind == Section::Item::Literal) {
-      wholeOut.emplace_back(1, it->literal);
+    if (item.kind == Section::Item::Literal) {
+      out += item.literal;
       continue;
     }
-    ++seen;
-    if (seen == placeholders) {
-      std::string rest;
-      for (std::size_t i = 0; i < next; ++i) rest += tokens[i];
-      wholeOut.push_back(std::move(rest));
-      next = 0;
-    } else if (next > 0) {
-      wholeOut.push_back(tokens[--next]);
+    ++j;
+    if (j == 1) {
+      const long rest = std::max(0L, total - placeholders + 1);
+      for (long i = 0; i < rest; ++i) appendDigit(static_cast<std::size_t>(i));
+    } else {
+      const long i = total - (placeholders - j + 1);
+      if (i >= 0) appendDigit(static_cast<std::size_t>(i));
     }
   }
-
-  std::string out = minus ? "-" : "";
-  for (auto it = wholeOut.rbegin(); it != wholeOut.rend(); ++it) out += *it;
-  const int decimals = s.decimals();
+  const int decimals = s.decimals;
   if (placeholders == 0 && decimals > 0) {
     // A pattern such as ".00" still shows the whole digits, just before the point.
-    for (std::size_t i = 0; i < next; ++i) out += tokens[i];
+    for (std::size_t i = 0; i < length; ++i) appendDigit(i);
   }
 
   if (s.hasPoint) out += locale.decimalSign();
@@ -203,6 +219,36 @@ std::string FormatSection(const Section& s, const Rounded& r, bool minus, const 
     }
   }
   return out;
+}
+
+// The sections of a pattern, parsed once per thread for the patterns in recent use: a ticket
+// writes every price and amount with one of a handful of patterns.
+const std::vector<Section>& ParsePattern(std::string_view pattern) {
+  constexpr std::size_t kSlots = 8;
+  struct Cache {
+    std::string keys[kSlots];
+    std::vector<Section> values[kSlots];
+    std::size_t size = 0;
+    std::size_t next = 0;
+  };
+  thread_local Cache cache;
+  for (std::size_t i = 0; i < cache.size; ++i)
+    if (cache.keys[i] == pattern) return cache.values[i];
+
+  std::vector<Section> sections;
+  std::size_t from = 0;
+  while (sections.size() < 3) {
+    const std::size_t semicolon = pattern.find(';', from);
+    sections.push_back(ParseSection(pattern.substr(from, semicolon - from)));
+    if (semicolon == std::string_view::npos) break;
+    from = semicolon + 1;
+  }
+  const std::size_t slot = cache.next;
+  cache.next = (cache.next + 1) % kSlots;
+  cache.size = std::max(cache.size, slot + 1);
+  cache.keys[slot].assign(pattern);
+  cache.values[slot] = std::move(sections);
+  return cache.values[slot];
 }
 
 bool IsBlank(char c) { return c == ' ' || c == '\t'; }
@@ -312,36 +358,28 @@ Reading ReadLocaleNumber(std::string_view text, const Locale& locale, double& va
 std::string FormatNumber(double value, std::string_view pattern, const Locale& locale) {
   CheckFinite(value);
   if (pattern.empty()) return GeneralNumber(value, locale);
-
-  std::vector<Section> sections;
-  std::size_t from = 0;
-  while (sections.size() < 3) {
-    const std::size_t semicolon = pattern.find(';', from);
-    sections.push_back(ParseSection(pattern.substr(from, semicolon - from)));
-    if (semicolon == std::string_view::npos) break;
-    from = semicolon + 1;
-  }
+  const std::vector<Section>& sections = ParsePattern(pattern);
 
   const Decimal d = FifteenDigits(value);
-  const auto formatWith = [&](const Section& s, bool minus) {
-    if (s.empty) {
-      const std::string general = GeneralNumber(std::fabs(value), locale);
-      return minus ? "-" + general : general;
-    }
-    return FormatSection(s, RoundDecimal(d, s.decimals()), minus, locale);
-  };
   const auto formatZero = [&] {
     const Section& s = sections.size() > 2 && !sections[2].empty ? sections[2] : sections[0];
     if (s.empty) return GeneralNumber(0, locale);
-    return FormatSection(s, RoundDecimal(Decimal{"0", 1}, s.decimals()), false, locale);
+    return FormatSection(s, RoundDecimal(Decimal{"0", 1}, s.decimals), false, locale);
   };
 
   const bool negative = value < 0;
   const bool ownNegative = negative && sections.size() > 1 && !sections[1].empty;
   const Section& s = ownNegative ? sections[1] : sections[0];
+  const bool minus = negative && !ownNegative;
+  if (s.empty) {
+    if (value == 0) return formatZero();
+    const std::string general = GeneralNumber(std::fabs(value), locale);
+    return minus ? "-" + general : general;
+  }
   // A value that rounds to zero is zero: no minus sign, and the zero section if there is one.
-  if (s.empty ? value == 0 : RoundDecimal(d, s.decimals()).isZero()) return formatZero();
-  return formatWith(s, negative && !ownNegative);
+  const Rounded rounded = RoundDecimal(d, s.decimals);
+  if (rounded.isZero()) return formatZero();
+  return FormatSection(s, rounded, minus, locale);
 }
 
 std::string StrOfDouble(double value) {
