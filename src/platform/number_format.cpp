@@ -31,23 +31,50 @@ Decimal DigitsOf(const char* p, const char* end) {
   return d;
 }
 
+// Powers of ten that a Double holds exactly.
+constexpr double kExactPowers[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
+                                   1e8,  1e9,  1e10, 1e11, 1e12, 1e13, 1e14, 1e15,
+                                   1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
+constexpr int kMaxExactPower = 22;
+
+// The fast road for the usual numbers: M, 15 digits, such that M x 10^(wholeLength - 15)
+// reads back as the value. Such an M is the value rounded to 15 digits, since 15-digit
+// decimals lie further apart than Doubles do, so no other one comes as near. The check is
+// exact: M and the power of ten are exact Doubles, and one division or product of exact
+// values is correctly rounded. False where it does not apply.
+bool FifteenDigitsFast(double magnitude, Decimal& d) {
+  if (!(magnitude >= 1e-7 && magnitude < 1e15)) return false;
+  // The decimal exponent; a wrong guess at a power of ten leaves the range below.
+  int e10 = static_cast<int>(std::floor(std::log10(magnitude)));
+  const int p = 14 - e10;  // scale to 15 whole digits
+  if (p < 0 || p > kMaxExactPower) return false;
+  const double scaled = magnitude * kExactPowers[p];
+  if (!(scaled >= 1e14 && scaled < 1e15)) return false;
+  const auto m = static_cast<long long>(std::llround(scaled));
+  if (m >= 1000000000000000LL) return false;
+  if (static_cast<double>(m) / kExactPowers[p] != magnitude) return false;
+  char buffer[16];
+  const auto written = std::to_chars(buffer, buffer + sizeof buffer, m);
+  d.digits.assign(buffer, written.ptr);
+  d.wholeLength = e10 + 1;
+  return true;
+}
+
 // The 15-significant-digit decimal form of |value|, the precision a Double holds reliably.
 Decimal FifteenDigits(double value) {
-  char buffer[40];
   const double magnitude = std::fabs(value);
-  // The shortest text that reads back as the value: when it has 15 digits or fewer it is
-  // also the value rounded to 15 digits, because 15-digit decimals lie further apart than
-  // Doubles do, so no other one comes as near. Only longer texts need the rounding itself.
-  // 40 characters always hold the text.
-  std::to_chars_result written =
-      std::to_chars(buffer, buffer + sizeof buffer, magnitude, std::chars_format::scientific);
-  Decimal d = DigitsOf(buffer, written.ptr);
-  if (d.digits.size() > 15) {
-    // "d.dddddddddddddde+XX", correctly rounded like printf's "%.14e".
-    written = std::to_chars(buffer, buffer + sizeof buffer, magnitude,
-                            std::chars_format::scientific, 14);
-    d = DigitsOf(buffer, written.ptr);
+  Decimal d;
+  if (magnitude == 0) {
+    d.digits = "0";
+    d.wholeLength = 1;
+    return d;
   }
+  if (FifteenDigitsFast(magnitude, d)) return d;
+  // "d.dddddddddddddde+XX", correctly rounded like printf's "%.14e"; 40 characters hold it.
+  char buffer[40];
+  const std::to_chars_result written = std::to_chars(
+      buffer, buffer + sizeof buffer, magnitude, std::chars_format::scientific, 14);
+  d = DigitsOf(buffer, written.ptr);
   if (d.digits.find_first_not_of('0') == std::string::npos) {
     d.digits = "0";
     d.wholeLength = 1;
