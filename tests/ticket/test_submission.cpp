@@ -303,7 +303,28 @@ TEST_F(SubmissionTest, OcoGoesOutAsTwoLegsWithoutAGuarantee) {
   EXPECT_EQ(args[6], "[1.23,1.24]");  // prices: limit leg, stop leg
   EXPECT_EQ(args[7], "[2,3]");        // types
   EXPECT_EQ(args[22], "-1");          // GID
+  EXPECT_EQ(args[4], "[100000,100000]");
+  EXPECT_EQ(args[16], "[1,1]");       // ACTION_OCO on both legs
   EXPECT_EQ(m().GID, 0);
+
+  // A sell pair: both legs negative, and the member's duration goes out whatever the frame.
+  Msg blank;
+  blank.InstrumentID = kEurUsd;
+  blank.AccountID = 1;
+  blank.Status = -1;
+  Initialise(blank);
+  Click(f().optType(4));
+  Click(f().optBuySell(1));
+  form().userPaste(f().txtLimit, "1.2400");
+  form().userPaste(f().txtStop, "1.2300");
+  Click(f().optValid(0));
+  Click(f().cmdOKCancel(0));
+  Click(f().cmdOKCancel(3));
+  const auto& sell = Last("VtOrderGenericArray").args;
+  EXPECT_EQ(sell[4], "[-100000,-100000]");
+  EXPECT_EQ(sell[6], "[1.24,1.23]");
+  EXPECT_EQ(sell[8], "[" + RecordingHost::S(m().Duration) + "," + RecordingHost::S(m().Duration) + "]");
+  EXPECT_EQ(sell[11], "[0,0]");
 }
 
 TEST_F(SubmissionTest, NotConnectedSaysSoAndChangesNothing) {
