@@ -251,13 +251,20 @@ void TextBoxWidget::inputMethodEvent(QInputMethodEvent* event) {
 
 void TextBoxWidget::mousePressEvent(QMouseEvent* event) {
   if (event->button() == Qt::MiddleButton) return;  // no paste of the X11 selection behind the box
+  if (focusedByMouse_) {
+    // The click that entered the box keeps what its got-focus handler selected, so that a
+    // trader who clicks into the amount and types replaces it.
+    focusedByMouse_ = false;
+    showSelection();
+    return;
+  }
   QLineEdit::mousePressEvent(event);
   pushSelection();
 }
 
 void TextBoxWidget::mouseMoveEvent(QMouseEvent* event) {
   QLineEdit::mouseMoveEvent(event);
-  if (event->buttons() & Qt::LeftButton) pushSelection();
+  if ((event->buttons() & Qt::LeftButton) && hasSelectedText()) pushSelection();
 }
 
 void TextBoxWidget::mouseReleaseEvent(QMouseEvent* event) {
@@ -272,6 +279,7 @@ void TextBoxWidget::mouseDoubleClickEvent(QMouseEvent* event) {
 }
 
 void TextBoxWidget::focusInEvent(QFocusEvent* event) {
+  focusedByMouse_ = event->reason() == Qt::MouseFocusReason;
   QLineEdit::focusInEvent(event);
   // Qt selects the whole text on a tab into a line edit; the box keeps its own selection.
   showSelection();
@@ -292,6 +300,7 @@ void TextBoxWidget::pushSelection() {
   const long start = CodePointOffset(t, a);
   const long end = CodePointOffset(t, b);
   anchor_ = cursorPosition() == a ? end : start;
+  if (box_.SelStart() == start && box_.SelLength() == end - start) return;
   box_.setSelStart(static_cast<Long>(start));
   box_.setSelLength(static_cast<Long>(end - start));
 }

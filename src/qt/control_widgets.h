@@ -76,6 +76,7 @@ class TextBoxWidget : public QLineEdit {
   TextBox& box_;
   ViewLink& link_;
   long anchor_ = 0;  // the fixed end of a selection made with the keyboard or the mouse
+  bool focusedByMouse_ = false;  // the press that brought the focus has yet to arrive
 };
 
 // An option button whose checked state only the logical button decides.

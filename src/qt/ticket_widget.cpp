@@ -12,6 +12,8 @@
 #include <QLabel>
 #include <QPointer>
 #include <QPushButton>
+#include <QRadioButton>
+#include <QStyle>
 #include <QTextCharFormat>
 #include <algorithm>
 #include <unordered_map>
@@ -177,6 +179,9 @@ QWidget* TicketWidget::Impl::create(Control& c, QWidget* parent) {
     case ControlKind::OptionButton: {
       auto* option = new OptionWidget(parent);
       option->setAutoExclusive(false);
+      // Its face is the container's colour, not a button's.
+      option->setBackgroundRole(QPalette::Window);
+      option->setForegroundRole(QPalette::WindowText);
       option->setAutoFillBackground(true);
       option->setChecked(static_cast<OptionButton&>(c).Value());
       Control* control = &c;
@@ -296,10 +301,38 @@ void TicketWidget::Impl::showColours(Control& c, QWidget* w) {
 }
 
 void TicketWidget::Impl::showFont(Control& c, QWidget* w) {
+  // The design's captions were measured for a narrow dialog font: the platform's sans serif,
+  // a little condensed, keeps them whole in the same room.
   QFont f = QApplication::font();
+  f.setStyleHint(QFont::SansSerif);
+  f.setStretch(QFont::SemiCondensed);
   f.setPointSizeF(c.font.size);
   f.setBold(c.font.bold);
   f.setStrikeOut(c.FontStrikethru());
+
+  // A one-line caption that would still be cut is set narrower, then slightly smaller, never
+  // below four fifths of the design's size.
+  QString text;
+  int room = 0;
+  if (auto* label = qobject_cast<QLabel*>(w); label && !label->wordWrap()) {
+    text = label->text();
+    room = w->width();
+  } else if (auto* option = qobject_cast<QRadioButton*>(w)) {
+    text = option->text();
+    room = w->width() - w->style()->pixelMetric(QStyle::PM_ExclusiveIndicatorWidth, nullptr, w) -
+           w->style()->pixelMetric(QStyle::PM_RadioButtonLabelSpacing, nullptr, w) - 2;
+  } else if (auto* button = qobject_cast<QPushButton*>(w)) {
+    text = button->text();
+    room = w->width() - 8;
+  }
+  text.remove(QLatin1Char('&'));
+  if (room > 0 && !text.isEmpty()) {
+    const auto fits = [&] { return QFontMetrics(f).horizontalAdvance(text) <= room; };
+    if (!fits()) f.setStretch(QFont::Condensed);
+    const double smallest = c.font.size * 0.8;
+    while (QFontMetrics(f).horizontalAdvance(text) > room && f.pointSizeF() - 0.25 >= smallest)
+      f.setPointSizeF(f.pointSizeF() - 0.25);
+  }
   if (w->font() != f) w->setFont(f);
 }
 
@@ -312,8 +345,10 @@ void TicketWidget::Impl::showCaption(Control& c, QWidget* w) {
       auto* label = static_cast<QLabel*>(w);
       const QString text = CaptionText(c.Caption());
       // A label of more than one line's height wraps its text, as the classic labels do.
+      QFont design = w->font();
+      design.setPointSizeF(c.font.size);
       const bool wrap = c.wordWrap || text.contains(QLatin1Char('\n')) ||
-                        w->height() >= 2 * QFontMetrics(w->font()).lineSpacing();
+                        w->height() >= 2 * QFontMetrics(design).lineSpacing();
       label->setWordWrap(wrap);
       label->setAlignment(AlignmentOf(c.alignment) | Qt::AlignTop);
       label->setText(text);
@@ -326,8 +361,9 @@ void TicketWidget::Impl::showCaption(Control& c, QWidget* w) {
       static_cast<QRadioButton*>(w)->setText(ToQString(c.Caption()));
       break;
     default:
-      break;
+      return;
   }
+  showFont(c, w);  // the size that keeps the new caption whole
 }
 
 void TicketWidget::Impl::showList(ComboBox& list, QComboBox* w) {

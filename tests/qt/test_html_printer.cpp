@@ -19,7 +19,8 @@ QString PdfText(const QString& path) {
   QProcess p;
   p.start(QStringLiteral(QUILLON_PDFTOTEXT), {QStringLiteral("-layout"), path, QStringLiteral("-")});
   if (!p.waitForFinished(20000)) return {};
-  return QString::fromUtf8(p.readAllStandardOutput()).simplified();
+  // Ligatures ("fi") come back as their letters.
+  return QString::fromUtf8(p.readAllStandardOutput()).normalized(QString::NormalizationForm_KC).simplified();
 #else
   (void)path;
   return {};
@@ -95,13 +96,13 @@ TEST_F(PrinterTest, ThePageTakesTheColoursGiven) {
   if (!QFileInfo::exists(renderer)) GTEST_SKIP() << "pdftoppm is not installed";
   QString path;
   printer_->onPdfWritten = [&](const QString& p) { path = p; };
-  // Yellow paper, blue text: a block of full stops makes enough ink to find.
+  // Yellow paper, blue text.
   printer_->print("<html><body><p>" + std::string(400, 'M') + "</p></body></html>", 0x0000FFFF,
                   0x00FF0000);
   ASSERT_FALSE(path.isEmpty());
   QProcess p;
   const QString png = pdfDir_.path() + "/page";
-  p.start(renderer, {"-png", "-r", "30", "-singlefile", path, png});
+  p.start(renderer, {"-png", "-r", "60", "-singlefile", path, png});
   ASSERT_TRUE(p.waitForFinished(20000));
   QImage page(png + ".png");
   ASSERT_FALSE(page.isNull());
@@ -110,7 +111,7 @@ TEST_F(PrinterTest, ThePageTakesTheColoursGiven) {
     for (int x = 0; x < page.width(); ++x) {
       const QColor c = page.pixelColor(x, y);
       if (c.red() > 200 && c.green() > 200 && c.blue() < 60) ++yellow;
-      if (c.blue() > 120 && c.red() < 100 && c.green() < 100) ++blue;
+      if (c.blue() > c.red() + 80 && c.blue() > c.green() + 80) ++blue;
     }
   EXPECT_GT(yellow, page.width() * page.height() / 4);
   EXPECT_GT(blue, 10);

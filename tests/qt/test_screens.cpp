@@ -83,7 +83,6 @@ TEST_P(ScreenTest, EveryStateShowsItsCaptionsWhole) {
   ticket_->ReceivedEquity(account, after, limit);
   Check("trade");
 
-  view_.reset();
   ShowQuote(GetParam().language);
   Show();
   ASSERT_TRUE(f().fraQuote.Visible());

@@ -149,14 +149,17 @@ TEST_F(TicketWidgetTest, KeysReachTheBoxThroughItsKeyPressHandler) {
 TEST_F(TicketWidgetTest, ClicksRunHandlersOnlyOnControlsThatTakeInput) {
   OpenBlankTicket();
   Show();
-  // Place Order is disabled on an empty quantity: a click does nothing.
-  auto* place = widget<QPushButton>("cmdOKCancel(0)");
-  ASSERT_FALSE(f().cmdOKCancel(0).Enabled());
-  EXPECT_FALSE(place->isEnabled());
+  // Cancel Req is disabled on a blank ticket: a click does nothing.
+  auto* cancel = widget<QPushButton>("cmdOKCancel(1)");
+  ASSERT_FALSE(f().cmdOKCancel(1).Enabled());
+  EXPECT_FALSE(cancel->isEnabled());
+  int cancelClicks = 0;
+  f().cmdOKCancel(1).onClick = [&] { ++cancelClicks; };
   host_.events.clear();
-  QTest::mouseClick(place, Qt::LeftButton);
-  EXPECT_FALSE(f().fraConf.Visible());
+  QTest::mouseClick(cancel, Qt::LeftButton);
+  EXPECT_EQ(cancelClicks, 0);
   EXPECT_TRUE(host_.events.empty());
+  auto* place = widget<QPushButton>("cmdOKCancel(0)");
 
   // An option button: the logical button decides, Qt's own toggling plays no part.
   auto* limit = widget<QRadioButton>("optType(2)");
@@ -174,6 +177,7 @@ TEST_F(TicketWidgetTest, ClicksRunHandlersOnlyOnControlsThatTakeInput) {
   QTest::mouseClick(widget<QRadioButton>("optBuySell(0)"), Qt::LeftButton);
   auto* qty = widget<QLineEdit>("txtPrimQty");
   QTest::mouseClick(qty, Qt::LeftButton);
+  QTest::keyClick(qty, Qt::Key_A, Qt::ControlModifier);
   QTest::keyClicks(qty, "100000");
   ASSERT_TRUE(place->isEnabled());
   QTest::mouseClick(place, Qt::LeftButton);
@@ -196,13 +200,14 @@ TEST_F(TicketWidgetTest, TheSpinnerStepsTheQuantityAndRestsAgain) {
   auto* up = spinner->findChild<QToolButton*>("up");
   auto* down = spinner->findChild<QToolButton*>("down");
   ASSERT_TRUE(up && down);
+  f().controls().userPaste(f().txtPrimQty, "250,000.00");
   QTest::mouseClick(up, Qt::LeftButton);
-  EXPECT_EQ(f().txtPrimQty.Text(), "100,000.00");
+  EXPECT_EQ(f().txtPrimQty.Text(), "350,000.00");
   EXPECT_EQ(f().udPrim.Value(), 0);  // released: back at rest
-  QTest::mouseClick(up, Qt::LeftButton);
   QTest::mouseClick(down, Qt::LeftButton);
-  EXPECT_EQ(f().txtPrimQty.Text(), "100,000.00");
-  EXPECT_EQ(widget<QLineEdit>("txtPrimQty")->text(), "100,000.00");
+  QTest::mouseClick(down, Qt::LeftButton);
+  EXPECT_EQ(f().txtPrimQty.Text(), "150,000.00");
+  EXPECT_EQ(widget<QLineEdit>("txtPrimQty")->text(), "150,000.00");
 
   // A hidden spinner is not shown and takes no click.
   EXPECT_FALSE(view_->widgetFor("udSec")->isVisible());
@@ -222,8 +227,9 @@ TEST_F(TicketWidgetTest, ADayClickedOrEnteredInTheCalendarReachesItsHandler) {
   auto* calendar = widget<QCalendarWidget>("calValueDate");
   ASSERT_TRUE(calendar->isVisible());
   EXPECT_EQ(calendar->selectedDate(), QDate(2002, 3, 5));
-  EXPECT_EQ(calendar->minimumDate(), QDate(2001, 3, 1));
-  EXPECT_EQ(calendar->maximumDate(), QDate(2006, 3, 1));
+  const QDate dayZero(1899, 12, 30);
+  EXPECT_EQ(calendar->minimumDate(), dayZero.addDays(static_cast<qint64>(cal.MinDate())));
+  EXPECT_EQ(calendar->maximumDate(), dayZero.addDays(static_cast<qint64>(cal.MaxDate())));
 
   // The cell of the 20th: the only one of the grid that shows 20.
   auto* grid = calendar->findChild<QTableView*>();
@@ -238,13 +244,22 @@ TEST_F(TicketWidgetTest, ADayClickedOrEnteredInTheCalendarReachesItsHandler) {
   EXPECT_EQ(clicked[0], DateSerial(2002, 3, 20));
   EXPECT_EQ(cal.Value(), DateSerial(2002, 3, 20));
 
-  // Enter chooses the selected day again, through the key-press handler.
+  // Keys go to the calendar's key-press handler; the arrows move the selected day.
+  std::vector<Integer> keys;
+  auto originalKeys = cal.onKeyPress;
+  cal.onKeyPress = [&, originalKeys](Integer& key) {
+    keys.push_back(key);
+    if (originalKeys) originalKeys(key);
+  };
   if (!cal.Visible()) probe().ValueClick();
   ASSERT_TRUE(calendar->isVisible());
+  const Date before = cal.Value();
   grid->setFocus();
+  QTest::keyClick(grid, Qt::Key_Right);
+  EXPECT_EQ(cal.Value(), before + 1);
   QTest::keyClick(grid, Qt::Key_Enter);
-  ASSERT_EQ(clicked.size(), 2u);
-  EXPECT_EQ(clicked[1], cal.Value());
+  QTest::keyClick(grid, Qt::Key_Space);
+  EXPECT_EQ(keys, (std::vector<Integer>{13, 32}));
 }
 
 TEST_F(TicketWidgetTest, WidgetsFollowTheLogicalControls) {
@@ -255,6 +270,7 @@ TEST_F(TicketWidgetTest, WidgetsFollowTheLogicalControls) {
   QWidget* entry = view_->widgetFor("fraOrderEntry");
 
   // A tick changes the price boxes in place.
+  host_.prices[kEurUsd] = Price(1.2401, 1.2406);
   Long id = kEurUsd, counterparty = 0, type = 2, source = 0;
   double b = 1.2401, o = 1.2406;
   Date time = 0;

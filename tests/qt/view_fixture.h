@@ -16,9 +16,7 @@ class ViewTest : public TicketTest {
  protected:
   explicit ViewTest(const std::string& locale = "en_US") : TicketTest(locale) {
     printer_ = std::make_unique<QtHtmlPrinter>(pdfDir_.path());
-    TicketServices services{&loop_, nullptr, printer_.get(), &locale_};
-    ticket_ = std::make_unique<Clientticket>(services);
-    ticket_->setHost(&host_);
+    NewTicket();
   }
   ~ViewTest() override {
     view_.reset();
@@ -37,6 +35,14 @@ class ViewTest : public TicketTest {
     m.Status = -1;
     m.ValueDate = 37320;
     Initialise(m);
+  }
+
+  // A fresh ticket printing through the Qt printer; the view of the old one goes first.
+  void NewTicket() {
+    view_.reset();
+    TicketServices services{&loop_, nullptr, printer_.get(), &locale_};
+    ticket_ = std::make_unique<Clientticket>(services);
+    ticket_->setHost(&host_);
   }
 
   // Shows the ticket in an active window, so that focus and keys reach it.
@@ -79,6 +85,7 @@ class ViewTest : public TicketTest {
 
   // A two-way request out as order 55, then the dealer's quote for it.
   void ShowQuote(Integer language = 1) {
+    NewTicket();
     SetUpUser();
     ticket_->setLanguage(language);
     host_.connected = true;
