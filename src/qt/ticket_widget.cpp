@@ -101,6 +101,7 @@ struct TicketWidget::Impl {
   void showList(ComboBox& list, QComboBox* w);
   void showDates(MonthView& cal, QCalendarWidget* w);
   void showFocus(Control& c, QWidget* w);
+  void refocus();
 };
 
 // ---- Building ---------------------------------------------------------------------------
@@ -386,6 +387,16 @@ void TicketWidget::Impl::showFocus(Control& c, QWidget* w) {
   if (!w->hasFocus()) w->setFocus(Qt::OtherFocusReason);
 }
 
+void TicketWidget::Impl::refocus() {
+  // The logic may focus a control before the panel that holds it shows or opens.
+  Control* c = link.form->focused();
+  if (!c) return;
+  auto it = widgets.find(c);
+  if (it == widgets.end() || it->second == &view) return;
+  QWidget* w = it->second;
+  if (w->isVisible() && w->isEnabled() && !w->hasFocus()) showFocus(*c, w);
+}
+
 void TicketWidget::Impl::show(Control& c, ControlProperty what) {
   auto it = widgets.find(&c);
   if (it == widgets.end()) return;
@@ -399,9 +410,11 @@ void TicketWidget::Impl::show(Control& c, ControlProperty what) {
   switch (what) {
     case ControlProperty::Visible:
       if (!surface) w->setVisible(c.Visible());
+      if (c.Visible() || c.kind() != ControlKind::Frame) refocus();
       break;
     case ControlProperty::Enabled:
       if (!surface) w->setEnabled(c.Enabled());
+      refocus();
       break;
     case ControlProperty::Caption:
       showCaption(c, w);

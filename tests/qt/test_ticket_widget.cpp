@@ -324,6 +324,23 @@ TEST_F(TicketWidgetTest, WidgetsFollowTheLogicalControls) {
   EXPECT_EQ(QApplication::focusWidget(), view_->widgetFor("cmdOKCancel(2)"));
 }
 
+TEST_F(TicketWidgetTest, AQuoteArrivingOnTheShownTicketTakesTheFocusAndCountsDown) {
+  OpenTwoWayRequest();
+  Show();
+  Quote();
+  ASSERT_TRUE(view_->widgetFor("fraQuote")->isVisible());
+  EXPECT_EQ(f().controls().focused(), &f().cmdQuote(1));
+  EXPECT_EQ(QApplication::focusWidget(), view_->widgetFor("cmdQuote(1)"));
+  auto* seconds = widget<QLabel>("lblQuoteTime");
+  EXPECT_EQ(seconds->text(), "30");
+  loop_.advance(2000);
+  EXPECT_EQ(seconds->text(), "28");
+  QTest::mouseClick(widget<QPushButton>("cmdQuote(2)"), Qt::LeftButton);
+  const RecordedEvent* answer = host_.last("VtOrderGenericNew");
+  ASSERT_NE(answer, nullptr);
+  EXPECT_EQ(answer->args[11], "12");  // accepted
+}
+
 TEST_F(TicketWidgetTest, TabMovesTheLogicalFocusAndHidingDoesNot) {
   OpenBlankTicket();
   Show();

@@ -85,6 +85,10 @@ class ViewTest : public TicketTest {
 
   // A two-way request out as order 55, then the dealer's quote for it.
   void ShowQuote(Integer language = 1) {
+    OpenTwoWayRequest(language);
+    Quote();
+  }
+  void OpenTwoWayRequest(Integer language = 1) {
     NewTicket();
     SetUpUser();
     ticket_->setLanguage(language);
@@ -99,6 +103,8 @@ class ViewTest : public TicketTest {
     m.Duration = kNoDate;
     m.ValueDate = 37320;
     Initialise(m);
+  }
+  void Quote() {
     Long from = 0, orderID = 55, account = 1, instrument = kEurUsd, type = 0, status = 16,
          counterparty = 9, dummy = 0, system = 0, cpSystem = 4, profile = 0, primSec = 0;
     double strike = 0, quantity = 100000, bid = 1.2345, offer = 1.2350;
