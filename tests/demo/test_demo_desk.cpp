@@ -373,6 +373,43 @@ TEST_F(DemoDeskTest, ValueDateTakesTheForwardFamilyOnRealCalendars) {
   EXPECT_EQ(Arg(Last("VtInstGetArrayAll"), "InstrumentIDArray"), "[111,112,113,114,115]");
 }
 
+TEST_F(DemoDeskTest, DealerRequotesAndSuspendsByItselfWhileTheQuoteStands) {
+  host_.desk().quotePolicy().requoteAfter = 2;
+  host_.desk().quotePolicy().suspendOneIn = 2;
+  const int t = Open();
+  Click(t, F(t).optType(5));
+  PlaceAndConfirm(t);
+  Step(2);
+  ASSERT_TRUE(F(t).fraQuote.Visible());
+  Seconds(20);
+  const auto quotes = host_.log().calls("OrderGenericQuote");
+  ASSERT_GE(quotes.size(), 6u);
+  int suspensions = 0;
+  for (const LogEntry* q : quotes) suspensions += Arg(q, "Bid") == "0";
+  EXPECT_GT(suspensions, 0);
+  EXPECT_LT(suspensions, static_cast<int>(quotes.size()));
+  // Each requote gives the client fresh seconds, so the quote never ran out.
+  EXPECT_EQ(host_.log().named("VtOrderGenericNew").size(), 1u);
+  EXPECT_TRUE(F(t).fraQuote.Visible());
+  EXPECT_EQ(host_.desk().order(1001)->quoteOpen, true);
+}
+
+TEST_F(DemoDeskTest, AnswersForAClosedTicketAreDropped) {
+  const int t = Open();
+  Click(t, F(t).optType(2));
+  F(t).controls().userPaste(F(t).txtLimit, "1.0830");
+  PlaceAndConfirm(t);
+  Step(2);
+  Click(t, F(t).cmdOKCancel(2));  // closing withdraws nothing
+  Step();
+  ASSERT_EQ(host_.ticket(t), nullptr);
+  host_.feed().setBid(ids::kEURUSD, 1.0820);
+  Step(2);
+  EXPECT_EQ(host_.desk().order(1001)->status, ORDER_EXECUTED);
+  // 2% of the amount at the mid of the market that filled it.
+  EXPECT_DOUBLE_EQ(host_.desk().account(1)->equity, 250000 - 0.02 * 100000 * 1.0821);
+}
+
 TEST(DemoFeed, SeededWalkRepeatsAndKeepsItsSpreads) {
   InstrumentBook book;
   PriceFeed a(book, 7, 36951.5), b(book, 7, 36951.5);

@@ -390,6 +390,7 @@ void DemoHost::deliverTo(Clientticket& t, const DeskMessage& msg) {
   double strike = 0;
   Date expiry = 0;
   using Kind = DeskMessage::Kind;
+  logCall(t, m);
   switch (m.kind) {
     case Kind::OrderGeneric:
       t.OrderGeneric(from, m.OrderID, m.AccountID, m.InstrumentID, m.Quantity,
@@ -435,6 +436,48 @@ void DemoHost::deliverTo(Clientticket& t, const DeskMessage& msg) {
       t.ReceivedEquity(m.AccountID, m.Equity, m.TradingLimit);
       break;
   }
+}
+
+void DemoHost::logCall(const Clientticket& t, const DeskMessage& m) {
+  int id = 0;
+  for (const auto& [n, slot] : tickets_)
+    if (slot.ticket.get() == &t) id = n;
+  LogEntry e;
+  e.ticket = id;
+  e.call = true;
+  using Kind = DeskMessage::Kind;
+  auto& a = e.args;
+  switch (m.kind) {
+    case Kind::GuaranteedMsgAck:
+      e.event = "GuaranteedMsgAck";
+      a = {{"GID", N(m.GID)}, {"Success", BoolText(m.Success)}};
+      break;
+    case Kind::ReceivedEquity:
+      e.event = "ReceivedEquity";
+      a = {{"Account", N(m.AccountID)}, {"Equity", N(m.Equity)},
+           {"TradingLimit", N(m.TradingLimit)}};
+      break;
+    default:
+      e.event = m.kind == Kind::OrderGeneric         ? "OrderGeneric"
+                : m.kind == Kind::OrderGenericCancel  ? "OrderGenericCancel"
+                : m.kind == Kind::OrderGenericPending ? "OrderGenericPending"
+                : m.kind == Kind::OrderGenericQuote   ? "OrderGenericQuote"
+                                                      : "TradeGeneric";
+      if (m.kind == Kind::TradeGeneric) a.push_back({"TradeID", N(m.TradeID)});
+      a.insert(a.end(), {{"OrderID", N(m.OrderID)}, {"AccountID", N(m.AccountID)},
+                         {"InstrumentID", N(m.InstrumentID)}, {"Quantity", N(m.Quantity)},
+                         {"PrimarySecondaryQty", N(m.PrimarySecondaryQty)}});
+      if (m.kind == Kind::OrderGenericQuote)
+        a.insert(a.end(), {{"Bid", N(m.Bid)}, {"Offer", N(m.Offer)},
+                           {"Duration", DateText(m.Duration)}});
+      else
+        a.push_back({"Price", N(m.Price)});
+      a.insert(a.end(), {{"OrderType", N(m.OrderType)}, {"Status", N(m.Status)},
+                         {"LinkID", N(m.LinkID)}, {"Action", N(m.Action)},
+                         {"Reason", N(m.Reason)}, {"ValueDate", DateText(m.ValueDate)}});
+      break;
+  }
+  log_.add(std::move(e));
 }
 
 std::string DemoHost::reasonText(Integer reason, Integer language) {

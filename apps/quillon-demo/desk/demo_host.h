@@ -1,6 +1,7 @@
 // The demo trading host: instrument master, price feed, dealing desk and accounts behind any
 // number of tickets. Each ticket gets a listener of its own that records every event in the
-// event log and routes it to the desk; the desk's answers reach the tickets on the host's
+// event log (beside the host's own calls that carry the desk's answers) and routes it to the
+// desk; the desk's answers reach the tickets on the host's
 // next step(), never inside an event.
 #pragma once
 
@@ -106,6 +107,7 @@ class DemoHost {
   bool busy() const { return busy_ > 0 || guarded_.yieldDepth() > 0; }
   void deliver(const DeskMessage& m);
   void deliverTo(Clientticket& t, const DeskMessage& m);
+  void logCall(const Clientticket& t, const DeskMessage& m);
   void pushTick(Long instrumentID);
   void closePending();
   Integer nextGid();

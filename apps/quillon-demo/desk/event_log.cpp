@@ -9,7 +9,7 @@
 namespace quillon::demo {
 
 std::string LogEntry::text() const {
-  std::string out = "T" + std::to_string(ticket) + " " + event;
+  std::string out = "T" + std::to_string(ticket) + (call ? " << " : " ") + event;
   for (const auto& [name, value] : args) out += " " + name + "=" + value;
   return out;
 }
@@ -29,7 +29,14 @@ std::string EventLog::text(bool withQuestions) const {
 std::vector<const LogEntry*> EventLog::named(const std::string& event) const {
   std::vector<const LogEntry*> out;
   for (const LogEntry& e : entries_)
-    if (e.event == event) out.push_back(&e);
+    if (e.event == event && !e.call) out.push_back(&e);
+  return out;
+}
+
+std::vector<const LogEntry*> EventLog::calls(const std::string& method) const {
+  std::vector<const LogEntry*> out;
+  for (const LogEntry& e : entries_)
+    if (e.event == method && e.call) out.push_back(&e);
   return out;
 }
 

@@ -18,7 +18,9 @@ struct LogEntry {
   // A question the ticket asks (its arguments then hold the host's answers), as opposed to
   // an event that reports or sends something.
   bool question = false;
-  // "T2 VtOrderGenericNew ToID=900 OrderID=0 ..."
+  // Not an event but the host's call of a ticket's method (the desk's answers).
+  bool call = false;
+  // "T2 VtOrderGenericNew ToID=900 OrderID=0 ...", a call as "T2 << OrderGeneric ...".
   std::string text() const;
 };
 
@@ -31,6 +33,8 @@ class EventLog {
   std::string text(bool withQuestions) const;
   // The events of one name, in order.
   std::vector<const LogEntry*> named(const std::string& event) const;
+  // The host's calls of one method, in order.
+  std::vector<const LogEntry*> calls(const std::string& method) const;
   // Told of each entry as it is added.
   std::function<void(const LogEntry&)> onEntry;
 
