@@ -42,16 +42,19 @@ std::vector<DeskMessage> DealingDesk::takeOutbox() {
 
 // --- What tickets send ---
 
+bool DealingDesk::arrived(int ticket, Integer gid) {
+  if (gid == -1) return true;  // not guaranteed: it always arrives
+  DeskMessage ack;
+  ack.kind = DeskMessage::Kind::GuaranteedMsgAck;
+  ack.ticket = ticket;
+  ack.GID = gid;
+  ack.Success = !deliveryFails_;
+  post(ack);
+  return !deliveryFails_;
+}
+
 void DealingDesk::receiveOrder(int ticket, const OrderRequest& request) {
-  if (request.GID != -1) {
-    DeskMessage ack;
-    ack.kind = DeskMessage::Kind::GuaranteedMsgAck;
-    ack.ticket = ticket;
-    ack.GID = request.GID;
-    ack.Success = !deliveryFails_;
-    post(ack);
-    if (deliveryFails_) return;  // lost on the way
-  }
+  if (!arrived(ticket, request.GID)) return;
   if (request.OrderID == 0) {
     if (request.Status != ORDER_PLACED) return;
     DeskOrder& order = open(ticket, request);
@@ -118,15 +121,7 @@ void DealingDesk::receiveOcoPair(int ticket, const OrderRequest& limitLeg,
 }
 
 void DealingDesk::receiveTrade(int ticket, const OrderRequest& request) {
-  if (request.GID != -1) {
-    DeskMessage ack;
-    ack.kind = DeskMessage::Kind::GuaranteedMsgAck;
-    ack.ticket = ticket;
-    ack.GID = request.GID;
-    ack.Success = !deliveryFails_;
-    post(ack);
-    if (deliveryFails_) return;
-  }
+  if (!arrived(ticket, request.GID)) return;
   DeskOrder trade = make(ticket, request);
   trade.orderID = trade.request.OrderID = 0;  // a manual trade belongs to no order
   later([this, trade]() mutable { fill(trade, trade.request.Price, trade.request.Quantity); });

@@ -145,6 +145,8 @@ class DealingDesk {
   const std::map<Long, DeskOrder>& orders() const { return orders_; }
 
  private:
+  // The delivery report of a guaranteed message (GID not -1); false when it was lost.
+  bool arrived(int ticket, Integer gid);
   DeskOrder make(int ticket, const OrderRequest& request);
   DeskOrder& open(int ticket, const OrderRequest& request);
   DeskMessage stateOf(const DeskOrder& order, DeskMessage::Kind kind, Long status) const;
