@@ -112,8 +112,12 @@ MainWindow::~MainWindow() {
   host_.onCloseRequested = nullptr;
   host_.onMessage = nullptr;
   printer_.onPdfWritten = nullptr;
-  // The widgets stop following their tickets before the host destroys them.
-  for (auto& [id, o] : open_) o.widget->detach();
+  // The widgets stop following their tickets before the host destroys them, and the windows
+  // that go with this one close no ticket.
+  for (auto& [id, o] : open_) {
+    o.widget->detach();
+    QObject::disconnect(o.window, nullptr, this, nullptr);
+  }
 }
 
 int MainWindow::openChosenTicket() {

@@ -22,13 +22,13 @@ class Tour {
   Tour(const QString& folder, std::ostream& out)
       : folder_(folder), out_(out), printer_(folder), host_(loop_, &printer_, 2001) {
     printer_.setUseDialog(false);
-    printer_.onPdfWritten = [this](const QString& path) { pdfs_.push_back(path); };
     host_.desk().quotePolicy().requoteAfter = 0;  // the dealer requotes only when told
   }
 
   void play() {
     MainWindow window(host_, printer_);
     window_ = &window;
+    printer_.onPdfWritten = [this](const QString& path) { pdfs_.push_back(path); };
     window.resize(1400, 950);
     window.show();
     settle();

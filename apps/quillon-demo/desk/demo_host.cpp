@@ -253,8 +253,8 @@ DemoHost::DemoHost(MessageLoop& loop, HtmlPrinter* printer, std::uint64_t seed,
       feed_(book_, seed, loop.now()),
       desk_(book_, feed_, seed + 1) {
   for (const CurrencyInfo& c : book_.currencies()) holidays_.setCurrency(c.id, c.iso);
-  desk_.addAccount({1, "Halden Capital Ltd", kProfileStandard, true, 250000, 5000000});
-  desk_.addAccount({2, "Practice (dummy)", kProfileWide, false, 20000, 1000000});
+  desk_.addAccount({1, "Mayfair Trading", kProfileStandard, true, 250000, 5000000});
+  desk_.addAccount({2, "Practice", kProfileWide, false, 20000, 1000000});
   feed_.onTick = [this](Long id) { pushTick(id); };
 }
 
