@@ -135,6 +135,7 @@ int MainWindow::openTicket(const TicketOptions& options) {
   if (id == 0) return 0;
   Clientticket* ticket = host_.ticket(id);
   auto* widget = new view::TicketWidget(*ticket);
+  widget->setMinimumSize(widget->sizeHint());  // the form has one size: never cut it
   QMdiSubWindow* window = tickets_->addSubWindow(widget);
   window->setAttribute(Qt::WA_DeleteOnClose);
   const InstrumentRec* inst = host_.book().find(options.instrumentID);
