@@ -9,6 +9,7 @@ packages=(
   libquantlib0-dev
   googletest libgtest-dev libgmock-dev libbenchmark-dev
   locales
+  qt6-base-dev fonts-dejavu-core  # the Qt view and the demo; a font for offscreen screenshots
 )
 
 sudo=""
