@@ -410,6 +410,66 @@ TEST_F(DemoDeskTest, AnswersForAClosedTicketAreDropped) {
   EXPECT_DOUBLE_EQ(host_.desk().account(1)->equity, 250000 - 0.02 * 100000 * 1.0821);
 }
 
+// The desk on its own: amounts in the secondary currency deal on the other side of the
+// price, and a manual trade is confirmed without an order.
+TEST(DemoDesk, SecondaryAmountsDealOnTheOtherSideAndManualTradesNeedNoOrder) {
+  InstrumentBook book;
+  PriceFeed feed(book, 1, 36951.5);  // EUR/USD 1.0842 / 1.0844
+  DealingDesk desk(book, feed, 1);
+  desk.addAccount({1, "Main", kProfileStandard, true, 1e6, 1e7});
+  feed.onTick = [&](Long id) { desk.onPrice(id); };
+  auto order = [](Long type, double quantity, double price) {
+    OrderRequest r;
+    r.AccountID = 1, r.InstrumentID = ids::kEURUSD, r.Quantity = quantity;
+    r.PrimarySecondaryQty = QTY_SECONDARY, r.OrderType = type, r.Price = price;
+    return r;
+  };
+  auto trades = [&] {
+    std::vector<DeskMessage> out;
+    for (auto& m : desk.takeOutbox())
+      if (m.kind == DeskMessage::Kind::TradeGeneric) out.push_back(m);
+    return out;
+  };
+  // Buying dollars is selling euros: at the bid.
+  desk.receiveOrder(1, order(MARKET_ORDER, 100000, 1.0842));
+  desk.advance(36951.5);
+  auto done = trades();
+  ASSERT_EQ(done.size(), 1u);
+  EXPECT_DOUBLE_EQ(done[0].Price, 1.0842);
+
+  desk.receiveOrder(1, order(LIMIT_ORDER, 100000, 1.0850));  // sells euros above the bid
+  desk.receiveOrder(1, order(STOPLOSS_ORDER, -100000, 1.0860));  // buys euros on a rise
+  desk.advance(36951.5);
+  EXPECT_TRUE(trades().empty());
+  EXPECT_EQ(desk.order(1002)->status, ORDER_PENDING);
+  EXPECT_EQ(desk.order(1003)->status, ORDER_PENDING);
+  feed.setBid(ids::kEURUSD, 1.0850);  // the bid reaches the limit; the offer 1.0852 no stop
+  done = trades();
+  ASSERT_EQ(done.size(), 1u);
+  EXPECT_EQ(done[0].OrderID, 1002);
+  EXPECT_DOUBLE_EQ(done[0].Price, 1.0850);
+  feed.setBid(ids::kEURUSD, 1.0858);  // the offer 1.0860 reaches the stop
+  done = trades();
+  ASSERT_EQ(done.size(), 1u);
+  EXPECT_EQ(done[0].OrderID, 1003);
+  EXPECT_DOUBLE_EQ(done[0].Price, 1.0860);
+
+  OrderRequest manual = order(MANUAL_TRADE, 5000, 1.0855);
+  manual.Status = TRADE_MANUAL;
+  manual.GID = 9;
+  desk.receiveTrade(1, manual);
+  auto outbox = desk.takeOutbox();
+  ASSERT_EQ(outbox.size(), 1u);
+  EXPECT_EQ(outbox[0].kind, DeskMessage::Kind::GuaranteedMsgAck);
+  EXPECT_EQ(outbox[0].GID, 9);
+  desk.advance(36951.5);
+  done = trades();
+  ASSERT_EQ(done.size(), 1u);
+  EXPECT_EQ(done[0].OrderID, 0);
+  EXPECT_DOUBLE_EQ(done[0].Price, 1.0855);
+  EXPECT_EQ(done[0].Status, ORDER_EXECUTED);
+}
+
 TEST(DemoFeed, SeededWalkRepeatsAndKeepsItsSpreads) {
   InstrumentBook book;
   PriceFeed a(book, 7, 36951.5), b(book, 7, 36951.5);
