@@ -4,7 +4,7 @@
 PRESET ?= default
 JOBS ?= $(shell nproc)
 
-.PHONY: deps build demo test test-sanitize check clean
+.PHONY: deps build demo script-demo test test-sanitize check clean
 
 deps:
 	./scripts/install-deps.sh
@@ -13,8 +13,14 @@ build: deps
 	cmake --preset $(PRESET)
 	cmake --build --preset $(PRESET) -j $(JOBS)
 
-# The main job: the example script played by the headless host.
+# The main job: the demo trading host, in a window when there is a display, else its headless
+# tour (a screenshot of each stage, the printed confirmation and the event log in build/tour).
 demo: build
+	@if [ -n "$$DISPLAY$$WAYLAND_DISPLAY" ]; then ./build/$(PRESET)/quillon-demo; \
+	else ./build/$(PRESET)/quillon-demo --tour build/tour; fi
+
+# The example script played by the headless script host.
+script-demo: build
 	./build/$(PRESET)/quillon-script --locale de_DE examples/blank-ticket-de.jsonl
 
 test: build

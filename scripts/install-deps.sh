@@ -9,6 +9,10 @@ packages=(
   libquantlib0-dev
   googletest libgtest-dev libgmock-dev libbenchmark-dev
   locales
+  # The Qt view, the demo and their tests. The offscreen platform plugin comes with
+  # libqt6gui6; the DejaVu fonts (with the condensed face the view prefers) serve offscreen
+  # screenshots, and poppler-utils' pdftotext lets the tests read a printed confirmation back.
+  qt6-base-dev libqt6gui6 fonts-dejavu-core fonts-dejavu-extra poppler-utils
 )
 
 sudo=""

@@ -4,6 +4,8 @@
 #include <array>
 #include <string>
 
+#include "platform/runtime_error.h"
+
 namespace quillon {
 
 class Locale {
@@ -19,11 +21,16 @@ class Locale {
   const std::string& decimalSign() const { return decimal_; }
   const std::string& groupingSign() const { return grouping_; }
   // Short month name, month 1 to 12 ("Jan", "Feb" ... in English; "Jan", "Feb", "Mär" ... in
-  // German), without a trailing period.
-  const std::string& shortMonthName(int month) const { return shortMonths_.at(month - 1); }
-  const std::string& longMonthName(int month) const { return longMonths_.at(month - 1); }
+  // German), without a trailing period. A month outside 1 to 12 raises "Invalid procedure call".
+  const std::string& shortMonthName(int month) const { return shortMonths_[checked(month)]; }
+  const std::string& longMonthName(int month) const { return longMonths_[checked(month)]; }
 
  private:
+  static std::size_t checked(int month) {
+    if (month < 1 || month > 12) Raise(kInvalidProcedureCall);
+    return static_cast<std::size_t>(month - 1);
+  }
+
   std::string name_;
   std::string decimal_ = ".";
   std::string grouping_ = ",";

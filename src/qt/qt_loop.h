@@ -7,6 +7,7 @@
 
 #include "platform/message_loop.h"
 
+class QObject;
 class QTimer;
 
 namespace quillon::view {
@@ -23,8 +24,12 @@ class QtMessageLoop : public MessageLoop {
   void startTimer(Timer& timer, Long intervalMs) override;
   void stopTimer(Timer& timer) override;
 
+  // Whether a timer is running.
+  bool isRunning(const Timer& timer) const;
+
  private:
-  std::map<Timer*, std::unique_ptr<QTimer>> timers_;
+  std::unique_ptr<QObject> owner_;  // parent of every QTimer, stopped ones included
+  std::map<Timer*, QTimer*> timers_;
 };
 
 }  // namespace quillon::view

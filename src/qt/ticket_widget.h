@@ -4,7 +4,7 @@
 #pragma once
 
 #include <QWidget>
-#include <map>
+#include <memory>
 #include <string>
 
 namespace quillon {
@@ -32,6 +32,14 @@ class TicketWidget : public QWidget {
   int toPixels(double twips) const;
 
   QSize sizeHint() const override;
+
+  struct Impl;  // the controls' widgets and the plumbing between them and the form
+
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
+ private:
+  std::unique_ptr<Impl> d_;
 };
 
 }  // namespace quillon::view

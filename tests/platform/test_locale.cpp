@@ -32,6 +32,16 @@ TEST(LocaleTest, SignsAndMonthNamesOfEnglishAndGerman) {
                                                        "Jul", "Aug", "Sep", "Okt", "Nov", "Dez"}));
   EXPECT_EQ(de.longMonthName(3), "März");
   EXPECT_EQ(de.longMonthName(12), "Dezember");
+
+  // A month outside the year is the caller's error, raised as the platform raises it.
+  for (int month : {0, 13, -1}) {
+    try {
+      (void)en.shortMonthName(month);
+      ADD_FAILURE() << "month " << month;
+    } catch (const RuntimeError& e) {
+      EXPECT_EQ(e.number(), kInvalidProcedureCall);
+    }
+  }
 }
 
 TEST(LocaleTest, RegionsWithoutDataOfTheirOwnAndUnknownNames) {

@@ -1,6 +1,8 @@
 // From a filled form to the events that carry the order out: type and validity, the
 // statement, Yes and No, the expiry, quick deals, withdrawal and the trade panel.
 
+#include <algorithm>
+
 #include "ticket/ticket_fixture.h"
 
 namespace quillon {
@@ -151,6 +153,142 @@ TEST_F(SubmissionTest, YesSendsExactlyOneOrderWithItsArguments) {
   EXPECT_FALSE(loop_.isRunning(f().Timer1));
 }
 
+// Every side, both quantity boxes and each single-order type: the sign follows the option,
+// the price follows the type, the validity frame decides the duration, and the GID comes
+// fresh from the event just before.
+TEST_F(SubmissionTest, EverySideQuantityAndTypeGoesOutAsTheFormSays) {
+  // Bid 1.2345, offer 1.2350: a buy limit below the offer, a buy stop above it, and the
+  // mirror for a sell.
+  const int types[] = {MARKET_ORDER, LIMIT_ORDER, STOPLOSS_ORDER, TWOWAY_ORDER};
+  loop_.setClock(36951.25);
+  for (const int type : types) {
+    for (int side = 0; side < 2; ++side) {
+      for (bool secondary : {false, true}) {
+        SCOPED_TRACE("type " + std::to_string(type) + (side ? " sell" : " buy") +
+                     (secondary ? " secondary" : " primary"));
+        Msg blank;
+        blank.InstrumentID = kEurUsd;
+        blank.AccountID = 1;
+        blank.Status = -1;
+        blank.ValueDate = 37320;
+        Initialise(blank);
+        Click(f().optType(type));
+        if (type != TWOWAY_ORDER) Click(f().optBuySell(side));
+        // Five contracts of either currency. The secondary buttons are hidden on the shipped
+        // form; they work as soon as a form shows them.
+        probe().f().cmdContract(4).setVisible(secondary);
+        Click(f().cmdContract(secondary ? 4 : 1));
+        // A secondary amount turns the sides of the market round.
+        const bool buyBase = (side == 0) != secondary;
+        if (type == LIMIT_ORDER) {
+          form().userPaste(f().txtLimit, buyBase ? "1.2200" : "1.2500");
+          Click(f().optValid(0));  // a day order: the trading day's end goes out
+        }
+        if (type == STOPLOSS_ORDER) form().userPaste(f().txtStop, buyBase ? "1.2500" : "1.2200");
+        ASSERT_TRUE(f().cmdOKCancel(0).Enabled());
+        Click(f().cmdOKCancel(0));
+        host_.events.clear();
+        Click(f().cmdOKCancel(3));
+
+        ASSERT_EQ(host_.count("VtOrderGenericNew"), 1);
+        const auto& names = host_.names();
+        const auto sent = std::find(names.begin(), names.end(), "VtOrderGenericNew");
+        ASSERT_NE(sent, names.begin());
+        EXPECT_EQ(*(sent - 1), "GID");
+        const auto& args = Last("VtOrderGenericNew").args;
+        const bool buy = type == TWOWAY_ORDER || side == 0;
+        EXPECT_GT(m().Quantity, 0);
+        EXPECT_EQ(args[4], RecordingHost::S(buy ? m().Quantity : -m().Quantity));
+        EXPECT_EQ(args[5], secondary ? "1" : "0");
+        EXPECT_EQ(args[5], std::to_string(m().PrimarySecondaryQty));
+        const double price = type == LIMIT_ORDER      ? m().LimitPrice
+                             : type == STOPLOSS_ORDER ? m().StopPrice
+                                                        : m().MarketPrice;
+        EXPECT_EQ(args[6], RecordingHost::S(price));
+        if (type == TWOWAY_ORDER) {
+          EXPECT_EQ(args[6], "0");
+        } else if (type == LIMIT_ORDER) {
+          EXPECT_EQ(args[6], buyBase ? "1.22" : "1.25");
+          EXPECT_NE(args[8], "32874");
+        }
+        EXPECT_EQ(args[7], std::to_string(type));
+        const bool validity = type == LIMIT_ORDER || type == STOPLOSS_ORDER;
+        EXPECT_EQ(args[8], validity ? RecordingHost::S(m().Duration) : "32874");
+        EXPECT_EQ(args[9], "36951.25");
+        EXPECT_EQ(args[10], "37320");
+        EXPECT_EQ(args[11], "0");
+        EXPECT_EQ(m().Status, ORDER_ACTIVE_INTERNAL);
+        EXPECT_EQ(args[20], Last("GID").args[0]);
+        EXPECT_EQ(args[20], std::to_string(m().GID));
+        EXPECT_EQ(args[23], "0");
+      }
+    }
+  }
+}
+
+// A ticket the host opened as a manual trade on a market form sends a trade, not an order.
+TEST_F(SubmissionTest, ManualTradeGoesOutAsATradeWithItsOwnArguments) {
+  ticket_->setCompanyCtrPty(0);
+  Msg manual;
+  manual.OrderID = 55;
+  manual.InstrumentID = kEurUsd;
+  manual.AccountID = 1;
+  manual.Status = -1;
+  manual.OrderType = MANUAL_TRADE;
+  manual.ValueDate = 37320;
+  manual.CounterpartyID = 8;
+  manual.CounterPartySystemID = 9;
+  manual.FreeFormat = "desk note";
+  probe().m().Status = ORDER_PLACED;  // so that the ticket takes a foreign order number
+  Initialise(manual);
+  ASSERT_EQ(m().OrderID, 55);
+  ASSERT_EQ(m().OrderType, MANUAL_TRADE);  // optType(1) was on, so its click never ran
+  Click(f().optBuySell(1));
+  Amount("1000");
+  // No counter amount is shown for a trade, so the form's check never passes; the test
+  // opens the statement itself to reach the trade's own road.
+  EXPECT_FALSE(f().cmdOKCancel(0).Enabled());
+  probe().f().cmdOKCancel(0).setEnabled(true);
+  Click(f().cmdOKCancel(0));
+  EXPECT_NE(f().lblConfirm.Caption().find("a manual trade at 1.2345 to sell 1,000.00 EUR vs USD"),
+            std::string::npos)
+      << f().lblConfirm.Caption();
+  host_.events.clear();
+  loop_.setClock(36951.75);
+  Click(f().cmdOKCancel(3));
+
+  EXPECT_EQ(host_.count("VtOrderGenericNew"), 0);
+  ASSERT_EQ(host_.count("VtTradeGenericNew"), 1);
+  const auto& args = Last("VtTradeGenericNew").args;
+  ASSERT_EQ(args.size(), 23u);
+  EXPECT_EQ(args[0], "42");                  // ToID
+  EXPECT_EQ(args[1], "0");                   // TradeID
+  EXPECT_EQ(args[4], "-1000");               // minus the absolute value on a sell
+  EXPECT_EQ(args[6], RecordingHost::S(m().MarketPrice));  // the market, whatever the type
+  EXPECT_EQ(args[7], "7");
+  EXPECT_EQ(args[8], "36951.75");
+  EXPECT_EQ(args[9], "37320");
+  EXPECT_EQ(args[10], "20");                 // Status 20, set before the event
+  EXPECT_EQ(args[12], "0");                  // OrderID
+  EXPECT_EQ(args[13], "8");
+  EXPECT_EQ(args[17], "desk note");
+  EXPECT_EQ(args[19], Last("GID").args[0]);
+  EXPECT_EQ(args[20], "8");                  // the counterparty, not its system id
+  EXPECT_EQ(args[22], "0");
+  EXPECT_EQ(m().Status, TRADE_MANUAL);
+  EXPECT_EQ(m().OrderID, 0);
+
+  // A failed delivery of a trade shows nothing: only an order in flight is replayed.
+  const std::string reason = f().lblReason.Caption();
+  Long from = 0;
+  Integer gid = m().GID;
+  Boolean ok = false;
+  ticket_->GuaranteedMsgAck(from, gid, ok);
+  EXPECT_EQ(m().Status, TRADE_MANUAL);
+  EXPECT_EQ(m().GID, -1);
+  EXPECT_EQ(f().lblReason.Caption(), reason);
+}
+
 TEST_F(SubmissionTest, OcoGoesOutAsTwoLegsWithoutAGuarantee) {
   Click(f().optType(4));
   form().userPaste(f().txtLimit, "1.2300");
@@ -165,7 +303,28 @@ TEST_F(SubmissionTest, OcoGoesOutAsTwoLegsWithoutAGuarantee) {
   EXPECT_EQ(args[6], "[1.23,1.24]");  // prices: limit leg, stop leg
   EXPECT_EQ(args[7], "[2,3]");        // types
   EXPECT_EQ(args[22], "-1");          // GID
+  EXPECT_EQ(args[4], "[100000,100000]");
+  EXPECT_EQ(args[16], "[1,1]");       // ACTION_OCO on both legs
   EXPECT_EQ(m().GID, 0);
+
+  // A sell pair: both legs negative, and the member's duration goes out whatever the frame.
+  Msg blank;
+  blank.InstrumentID = kEurUsd;
+  blank.AccountID = 1;
+  blank.Status = -1;
+  Initialise(blank);
+  Click(f().optType(4));
+  Click(f().optBuySell(1));
+  form().userPaste(f().txtLimit, "1.2400");
+  form().userPaste(f().txtStop, "1.2300");
+  Click(f().optValid(0));
+  Click(f().cmdOKCancel(0));
+  Click(f().cmdOKCancel(3));
+  const auto& sell = Last("VtOrderGenericArray").args;
+  EXPECT_EQ(sell[4], "[-100000,-100000]");
+  EXPECT_EQ(sell[6], "[1.24,1.23]");
+  EXPECT_EQ(sell[8], "[" + RecordingHost::S(m().Duration) + "," + RecordingHost::S(m().Duration) + "]");
+  EXPECT_EQ(sell[11], "[0,0]");
 }
 
 TEST_F(SubmissionTest, NotConnectedSaysSoAndChangesNothing) {

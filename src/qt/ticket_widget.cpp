@@ -1,0 +1,556 @@
+// The Qt view of a ticket: one widget per control, built once from the form's tree, then kept
+// in step with the logical controls property by property through the form's change signal.
+
+#include "qt/ticket_widget.h"
+
+#include <QApplication>
+#include <QComboBox>
+#include <QEvent>
+#include <QFocusEvent>
+#include <QHash>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QPointer>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QStyle>
+#include <QTextCharFormat>
+#include <algorithm>
+#include <unordered_map>
+#include <vector>
+
+#include "qt/control_widgets.h"
+#include "qt/qt_convert.h"
+#include "ticket/ticket_model.h"
+
+namespace quillon::view {
+namespace {
+
+constexpr double kTwipsPerInch = 1440.0;
+
+// Disabled text that stays readable on the ticket's light colours and on dark ones.
+QColor DisabledText(const QColor& back) {
+  return back.lightness() > 110 ? QColor(0x5A, 0x5A, 0x5A) : QColor(0xB0, 0xB0, 0xB0);
+}
+
+QString CaptionText(const std::string& caption) {
+  QString text = ToQString(caption);
+  text.replace(QLatin1String("\r\n"), QLatin1String("\n"));
+  text.replace(QLatin1Char('\r'), QLatin1Char('\n'));
+  return text;
+}
+
+bool TakesFocus(ControlKind kind) {
+  switch (kind) {
+    case ControlKind::TextBox:
+    case ControlKind::CommandButton:
+    case ControlKind::OptionButton:
+    case ControlKind::ComboBox:
+    case ControlKind::MonthView:
+      return true;
+    default:
+      return false;
+  }
+}
+
+bool UserFocusReason(Qt::FocusReason reason) {
+  return reason == Qt::MouseFocusReason || reason == Qt::TabFocusReason ||
+         reason == Qt::BacktabFocusReason || reason == Qt::ShortcutFocusReason;
+}
+
+Qt::Alignment AlignmentOf(Alignment a) {
+  switch (a) {
+    case Alignment::Right:
+      return Qt::AlignRight;
+    case Alignment::Center:
+      return Qt::AlignHCenter;
+    case Alignment::Left:
+      break;
+  }
+  return Qt::AlignLeft;
+}
+
+}  // namespace
+
+struct TicketWidget::Impl {
+  explicit Impl(TicketWidget& v, Clientticket& t) : view(v), ticket(&t) {}
+
+  TicketWidget& view;
+  Clientticket* ticket;
+  ViewLink link;
+  int observer = 0;
+  double dpi = 96;
+  std::unordered_map<const Control*, QWidget*> widgets;
+  QHash<const QObject*, Control*> inputs;  // widgets, and the widgets inside them, by control
+
+  int px(double twips) const { return qRound(twips * dpi / kTwipsPerInch); }
+  QRect rectOf(const Control& c) const {
+    const int x = px(c.Left()), y = px(c.Top());
+    return QRect(x, y, std::max(px(c.Left() + c.Width()) - x, 0),
+                 std::max(px(c.Top() + c.Height()) - y, 0));
+  }
+
+  void build();
+  QWidget* create(Control& c, QWidget* parent);
+  void watchInput(Control& c, QWidget* w);
+  void show(Control& c, ControlProperty what);
+
+  void showColours(Control& c, QWidget* w);
+  void showFont(Control& c, QWidget* w);
+  void showCaption(Control& c, QWidget* w);
+  void showList(ComboBox& list, QComboBox* w);
+  void showDates(MonthView& cal, QCalendarWidget* w);
+  void showFocus(Control& c, QWidget* w);
+  void refocus();
+};
+
+// ---- Building ---------------------------------------------------------------------------
+
+void TicketWidget::Impl::build() {
+  Form& form = *link.form;
+  QWidget* surfaceWidget = &view;
+  std::vector<Control*> focusable;
+  for (Control* c : form.controls()) {
+    if (c->kind() == ControlKind::Surface) {
+      widgets[c] = surfaceWidget;
+      showColours(*c, surfaceWidget);
+      continue;
+    }
+    QWidget* parent = surfaceWidget;
+    if (c->parent()) {
+      auto it = widgets.find(c->parent());
+      if (it != widgets.end()) parent = it->second;
+    }
+    QWidget* w = create(*c, parent);
+    if (!w) continue;
+    widgets[c] = w;
+    // Controls come front to back: each new one goes behind its elder siblings.
+    w->lower();
+    if (TakesFocus(c->kind()) && c->tabIndex >= 0) focusable.push_back(c);
+  }
+  std::stable_sort(focusable.begin(), focusable.end(),
+                   [](const Control* a, const Control* b) { return a->tabIndex < b->tabIndex; });
+  for (std::size_t i = 1; i < focusable.size(); ++i)
+    QWidget::setTabOrder(widgets[focusable[i - 1]], widgets[focusable[i]]);
+  if (Control* f = form.focused()) {
+    auto it = widgets.find(f);
+    if (it != widgets.end()) showFocus(*f, it->second);
+  }
+}
+
+QWidget* TicketWidget::Impl::create(Control& c, QWidget* parent) {
+  QWidget* w = nullptr;
+  switch (c.kind()) {
+    case ControlKind::Surface:
+    case ControlKind::Timer:
+    case ControlKind::HtmlClient:  // prints through the host's printer; never shown
+      return nullptr;
+    case ControlKind::Frame: {
+      auto* frame = new FrameWidget(c.border, parent);
+      frame->setAutoFillBackground(false);
+      w = frame;
+      break;
+    }
+    case ControlKind::Label: {
+      auto* label = new QLabel(parent);
+      label->setTextFormat(Qt::PlainText);
+      label->setAutoFillBackground(!c.transparent);
+      w = label;
+      break;
+    }
+    case ControlKind::TextBox: {
+      auto& box = static_cast<TextBox&>(c);
+      auto* edit = new TextBoxWidget(box, link, parent);
+      edit->setAlignment(AlignmentOf(c.alignment) | Qt::AlignVCenter);
+      edit->setReadOnly(box.Locked());
+      w = edit;
+      break;
+    }
+    case ControlKind::CommandButton: {
+      auto* button = new QPushButton(parent);
+      button->setAutoDefault(false);
+      Control* control = &c;
+      ViewLink* l = &link;
+      QObject::connect(button, &QPushButton::clicked, button, [l, control] {
+        if (l->form) l->form->userClick(*control);
+      });
+      w = button;
+      break;
+    }
+    case ControlKind::OptionButton: {
+      auto* option = new OptionWidget(parent);
+      option->setAutoExclusive(false);
+      // Its face is the container's colour, not a button's.
+      option->setBackgroundRole(QPalette::Window);
+      option->setForegroundRole(QPalette::WindowText);
+      option->setAutoFillBackground(true);
+      option->setChecked(static_cast<OptionButton&>(c).Value());
+      Control* control = &c;
+      ViewLink* l = &link;
+      QObject::connect(option, &QRadioButton::clicked, option, [l, control] {
+        if (l->form) l->form->userClick(*control);
+      });
+      w = option;
+      break;
+    }
+    case ControlKind::ComboBox: {
+      auto& list = static_cast<ComboBox&>(c);
+      auto* combo = new QComboBox(parent);
+      showList(list, combo);
+      ViewLink* l = &link;
+      QObject::connect(combo, &QComboBox::activated, combo, [l, &list, combo](int index) {
+        QPointer<QComboBox> guard(combo);
+        if (l->form) l->form->userSelect(list, index);
+        // Refused or not, the list shows the logical choice.
+        if (guard && l->form && combo->currentIndex() != list.ListIndex()) {
+          const QSignalBlocker block(combo);
+          combo->setCurrentIndex(list.ListIndex());
+        }
+      });
+      w = combo;
+      break;
+    }
+    case ControlKind::UpDown:
+      w = new SpinnerWidget(static_cast<UpDown&>(c), link, parent);
+      break;
+    case ControlKind::MonthView: {
+      auto& cal = static_cast<MonthView&>(c);
+      auto* calendar = new QCalendarWidget(parent);
+      calendar->setVerticalHeaderFormat(QCalendarWidget::NoVerticalHeader);
+      calendar->setHorizontalHeaderFormat(QCalendarWidget::ShortDayNames);
+      calendar->setGridVisible(false);
+      showDates(cal, calendar);
+      ViewLink* l = &link;
+      QObject::connect(calendar, &QCalendarWidget::clicked, calendar, [l, &cal](QDate day) {
+        if (l->form) l->form->userDateClick(cal, FromQDate(day));
+      });
+      // Moving through the days with the keys moves the calendar's selected day; only a click,
+      // Enter or Space chooses one.
+      QObject::connect(calendar, &QCalendarWidget::selectionChanged, calendar, [l, &cal, calendar] {
+        if (!l->form || l->showing > 0 || InputRefusal(cal)) return;
+        cal.setValue(FromQDate(calendar->selectedDate()));
+      });
+      w = calendar;
+      break;
+    }
+    case ControlKind::Line: {
+      auto& line = static_cast<Line&>(c);
+      w = new LineWidget(QPoint(px(line.X1), px(line.Y1)), QPoint(px(line.X2), px(line.Y2)),
+                         ToQColor(line.BorderColor, QApplication::palette()), parent);
+      w->setVisible(c.Visible());
+      return w;
+    }
+  }
+  w->setObjectName(ToQString(c.fullName()));
+  w->setGeometry(rectOf(c));
+  w->setFocusPolicy(TakesFocus(c.kind()) ? Qt::StrongFocus : Qt::NoFocus);
+  showFont(c, w);
+  showColours(c, w);
+  showCaption(c, w);
+  w->setEnabled(c.Enabled());
+  w->setVisible(c.Visible());
+  watchInput(c, w);
+  return w;
+}
+
+void TicketWidget::Impl::watchInput(Control& c, QWidget* w) {
+  if (!TakesFocus(c.kind())) return;
+  inputs.insert(w, &c);
+  w->installEventFilter(&view);
+  for (QWidget* inner : w->findChildren<QWidget*>()) {
+    inputs.insert(inner, &c);
+    inner->installEventFilter(&view);
+  }
+}
+
+// ---- Showing the logical state ----------------------------------------------------------
+
+void TicketWidget::Impl::showColours(Control& c, QWidget* w) {
+  const QPalette& system = QApplication::palette();
+  const QColor back = ToQColor(c.BackColor(), system);
+  const QColor fore = ToQColor(c.ForeColor(), system);
+  QPalette p = w->palette();
+  auto both = [&](QPalette::ColorRole role, const QColor& colour, const QColor& disabled) {
+    p.setColor(QPalette::Active, role, colour);
+    p.setColor(QPalette::Inactive, role, colour);
+    p.setColor(QPalette::Disabled, role, disabled);
+  };
+  switch (c.kind()) {
+    case ControlKind::TextBox:
+      both(QPalette::Base, back, back);
+      both(QPalette::Window, back, back);
+      both(QPalette::Text, fore, DisabledText(back));
+      break;
+    case ControlKind::CommandButton:
+      both(QPalette::Button, back, back);
+      both(QPalette::ButtonText, fore, DisabledText(back));
+      break;
+    case ControlKind::ComboBox:
+      both(QPalette::Base, back, back);
+      both(QPalette::Text, fore, DisabledText(back));
+      both(QPalette::ButtonText, fore, DisabledText(back));
+      break;
+    case ControlKind::MonthView:
+      return;  // the platform's own calendar colours
+    default:
+      both(QPalette::Window, back, back);
+      both(QPalette::WindowText, fore, DisabledText(back));
+      break;
+  }
+  if (c.kind() == ControlKind::Surface) w->setAutoFillBackground(true);
+  w->setPalette(p);
+}
+
+void TicketWidget::Impl::showFont(Control& c, QWidget* w) {
+  // The design's captions were measured for a narrow dialog font: the platform's sans serif,
+  // a little condensed, keeps them whole in the same room.
+  QFont f = QApplication::font();
+  f.setStyleHint(QFont::SansSerif);
+  f.setStretch(QFont::SemiCondensed);
+  f.setPointSizeF(c.font.size);
+  f.setBold(c.font.bold);
+  f.setStrikeOut(c.FontStrikethru());
+
+  // A one-line caption that would still be cut is set narrower, then slightly smaller, never
+  // below four fifths of the design's size.
+  QString text;
+  int room = 0;
+  if (auto* label = qobject_cast<QLabel*>(w); label && !label->wordWrap()) {
+    text = label->text();
+    room = w->width();
+  } else if (auto* option = qobject_cast<QRadioButton*>(w)) {
+    text = option->text();
+    room = w->width() - w->style()->pixelMetric(QStyle::PM_ExclusiveIndicatorWidth, nullptr, w) -
+           w->style()->pixelMetric(QStyle::PM_RadioButtonLabelSpacing, nullptr, w) - 2;
+  } else if (auto* button = qobject_cast<QPushButton*>(w)) {
+    text = button->text();
+    room = w->width() - 8;
+  }
+  text.remove(QLatin1Char('&'));
+  if (room > 0 && !text.isEmpty()) {
+    const auto fits = [&] { return QFontMetrics(f).horizontalAdvance(text) <= room; };
+    if (!fits()) f.setStretch(QFont::Condensed);
+    const double smallest = c.font.size * 0.8;
+    while (QFontMetrics(f).horizontalAdvance(text) > room && f.pointSizeF() - 0.25 >= smallest)
+      f.setPointSizeF(f.pointSizeF() - 0.25);
+  }
+  if (w->font() != f) w->setFont(f);
+}
+
+void TicketWidget::Impl::showCaption(Control& c, QWidget* w) {
+  switch (c.kind()) {
+    case ControlKind::Frame:
+      static_cast<FrameWidget*>(w)->setCaption(ToQString(c.Caption()));
+      break;
+    case ControlKind::Label: {
+      auto* label = static_cast<QLabel*>(w);
+      const QString text = CaptionText(c.Caption());
+      // A label of more than one line's height wraps its text, as the classic labels do.
+      QFont design = w->font();
+      design.setPointSizeF(c.font.size);
+      const bool wrap = c.wordWrap || text.contains(QLatin1Char('\n')) ||
+                        w->height() >= 2 * QFontMetrics(design).lineSpacing();
+      label->setWordWrap(wrap);
+      label->setAlignment(AlignmentOf(c.alignment) | Qt::AlignTop);
+      label->setText(text);
+      break;
+    }
+    case ControlKind::CommandButton:
+      static_cast<QPushButton*>(w)->setText(ToQString(c.Caption()));
+      break;
+    case ControlKind::OptionButton:
+      static_cast<QRadioButton*>(w)->setText(ToQString(c.Caption()));
+      break;
+    default:
+      return;
+  }
+  showFont(c, w);  // the size that keeps the new caption whole
+}
+
+void TicketWidget::Impl::showList(ComboBox& list, QComboBox* w) {
+  const QSignalBlocker block(w);
+  w->clear();
+  for (const ListItem& item : list.items()) w->addItem(ToQString(item.text));
+  w->setCurrentIndex(list.ListIndex());
+}
+
+void TicketWidget::Impl::showDates(MonthView& cal, QCalendarWidget* w) {
+  const QSignalBlocker block(w);
+  const QDate from = ToQDate(cal.MinDate()), to = ToQDate(cal.MaxDate());
+  if (from.isValid() && to.isValid()) w->setDateRange(from, to);
+  const QDate day = ToQDate(cal.Value());
+  if (day.isValid()) w->setSelectedDate(day);
+}
+
+void TicketWidget::Impl::showFocus(Control& c, QWidget* w) {
+  if (link.form->focused() != &c || w->focusPolicy() == Qt::NoFocus) return;
+  if (!w->hasFocus()) w->setFocus(Qt::OtherFocusReason);
+}
+
+void TicketWidget::Impl::refocus() {
+  // The logic may focus a control before the panel that holds it shows or opens.
+  Control* c = link.form->focused();
+  if (!c) return;
+  auto it = widgets.find(c);
+  if (it == widgets.end() || it->second == &view) return;
+  QWidget* w = it->second;
+  if (w->isVisible() && w->isEnabled() && !w->hasFocus()) showFocus(*c, w);
+}
+
+void TicketWidget::Impl::show(Control& c, ControlProperty what) {
+  auto it = widgets.find(&c);
+  if (it == widgets.end()) return;
+  QWidget* w = it->second;
+  ++link.showing;
+  struct Done {
+    int& n;
+    ~Done() { --n; }
+  } done{link.showing};
+  const bool surface = w == &view;
+  switch (what) {
+    case ControlProperty::Visible:
+      if (!surface) w->setVisible(c.Visible());
+      if (c.Visible() || c.kind() != ControlKind::Frame) refocus();
+      break;
+    case ControlProperty::Enabled:
+      if (!surface) w->setEnabled(c.Enabled());
+      refocus();
+      break;
+    case ControlProperty::Caption:
+      showCaption(c, w);
+      break;
+    case ControlProperty::Text:
+    case ControlProperty::Selection:
+      if (c.kind() == ControlKind::TextBox) static_cast<TextBoxWidget*>(w)->showText();
+      break;
+    case ControlProperty::Value:
+      if (c.kind() == ControlKind::OptionButton)
+        static_cast<QRadioButton*>(w)->setChecked(static_cast<OptionButton&>(c).Value());
+      else if (c.kind() == ControlKind::MonthView)
+        showDates(static_cast<MonthView&>(c), static_cast<QCalendarWidget*>(w));
+      break;
+    case ControlProperty::DateRange:
+      showDates(static_cast<MonthView&>(c), static_cast<QCalendarWidget*>(w));
+      break;
+    case ControlProperty::BackColor:
+    case ControlProperty::ForeColor:
+      showColours(c, w);
+      break;
+    case ControlProperty::FontStrikethru:
+      showFont(c, w);
+      break;
+    case ControlProperty::Locked:
+      static_cast<QLineEdit*>(w)->setReadOnly(static_cast<TextBox&>(c).Locked());
+      break;
+    case ControlProperty::ListIndex: {
+      auto* combo = static_cast<QComboBox*>(w);
+      const QSignalBlocker block(combo);
+      combo->setCurrentIndex(static_cast<ComboBox&>(c).ListIndex());
+      break;
+    }
+    case ControlProperty::List:
+      showList(static_cast<ComboBox&>(c), static_cast<QComboBox*>(w));
+      break;
+    case ControlProperty::Geometry:
+      if (surface) {
+        view.updateGeometry();
+        view.resize(view.sizeHint());
+      } else {
+        w->setGeometry(rectOf(c));
+      }
+      break;
+    case ControlProperty::Focus:
+      showFocus(c, w);
+      break;
+    case ControlProperty::Interval:
+      break;
+  }
+}
+
+// ---- TicketWidget -----------------------------------------------------------------------
+
+TicketWidget::TicketWidget(Clientticket& ticket, QWidget* parent)
+    : QWidget(parent), d_(std::make_unique<Impl>(*this, ticket)) {
+  d_->dpi = logicalDpiX() > 0 ? logicalDpiX() : 96;
+  d_->link.form = &ticket.form().controls();
+  d_->build();
+  Impl* d = d_.get();
+  d_->observer = d_->link.form->addObserver([d](Control& c, ControlProperty what) { d->show(c, what); });
+  resize(sizeHint());
+}
+
+TicketWidget::~TicketWidget() {
+  detach();
+  // The control widgets go before the plumbing they use.
+  const QObjectList kids = children();
+  for (QObject* child : kids)
+    if (child->isWidgetType()) delete child;
+}
+
+void TicketWidget::detach() {
+  if (!d_->link.form) return;
+  d_->link.form->removeObserver(d_->observer);
+  d_->link.form = nullptr;
+  d_->ticket = nullptr;
+  d_->inputs.clear();
+  // The widgets point at the ticket's controls: they go, later, since one of them may be the
+  // button whose click closed the ticket.
+  for (auto& [control, w] : d_->widgets) {
+    if (w == this || w->parent() != this) continue;
+    w->hide();
+    w->deleteLater();
+  }
+  d_->widgets.clear();
+}
+
+QWidget* TicketWidget::widgetFor(const std::string& fullName) const {
+  if (!d_->link.form) return nullptr;
+  Control* c = d_->link.form->find(fullName);
+  if (!c) return nullptr;
+  auto it = d_->widgets.find(c);
+  return it == d_->widgets.end() ? nullptr : it->second;
+}
+
+int TicketWidget::toPixels(double twips) const { return d_->px(twips); }
+
+QSize TicketWidget::sizeHint() const {
+  if (!d_->ticket) return QWidget::sizeHint();
+  const Control& surface = d_->ticket->form().UserControl;
+  return QSize(toPixels(surface.Width()), toPixels(surface.Height()));
+}
+
+bool TicketWidget::eventFilter(QObject* watched, QEvent* event) {
+  const QEvent::Type type = event->type();
+  if (type != QEvent::FocusIn && type != QEvent::KeyPress) return false;
+  Form* form = d_->link.form;
+  if (!form) return false;
+  Control* c = d_->inputs.value(watched, nullptr);
+  if (!c) return false;
+
+  if (type == QEvent::FocusIn) {
+    // Only the user's own moves: focus that Qt passes on because a control was hidden or
+    // disabled, or that follows the logical focus, is no user event.
+    auto* focus = static_cast<QFocusEvent*>(event);
+    if (d_->link.showing == 0 && UserFocusReason(focus->reason()) && form->focused() != c)
+      form->userFocus(*c);
+    return false;
+  }
+
+  if (c->kind() != ControlKind::MonthView) return false;
+  auto* key = static_cast<QKeyEvent*>(event);
+  auto& cal = static_cast<MonthView&>(*c);
+  if (key->key() == Qt::Key_Return || key->key() == Qt::Key_Enter) {
+    form->userCalendarKey(cal, 13);
+    return true;
+  }
+  if (key->key() == Qt::Key_Space) {
+    form->userCalendarKey(cal, 32);
+    return true;
+  }
+  const QString text = key->text();
+  if (text.size() == 1 && text.at(0).unicode() >= 0x20)
+    form->userCalendarKey(cal, static_cast<Integer>(text.at(0).unicode()));
+  return false;
+}
+
+}  // namespace quillon::view

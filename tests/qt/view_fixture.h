@@ -1,0 +1,126 @@
+// A real ticket on the recording host, shown by a TicketWidget on the offscreen platform.
+#pragma once
+
+#include <QApplication>
+#include <QTemporaryDir>
+#include <QTest>
+#include <memory>
+
+#include "qt/html_printer.h"
+#include "qt/ticket_widget.h"
+#include "ticket/ticket_fixture.h"
+
+namespace quillon::view {
+
+class ViewTest : public TicketTest {
+ protected:
+  explicit ViewTest(const std::string& locale = "en_US") : TicketTest(locale) {
+    printer_ = std::make_unique<QtHtmlPrinter>(pdfDir_.path());
+    NewTicket();
+  }
+  ~ViewTest() override {
+    view_.reset();
+    ticket_.reset();
+  }
+
+  // Account 1 "Main", a live user with every right, in the given language, and a blank
+  // EUR/USD ticket for value 5-Mar-2002.
+  void OpenBlankTicket(Integer language = 1) {
+    SetUpUser();
+    ticket_->setLanguage(language);
+    host_.connected = true;
+    Msg m;
+    m.InstrumentID = kEurUsd;
+    m.AccountID = 1;
+    m.Status = -1;
+    m.ValueDate = 37320;
+    Initialise(m);
+  }
+
+  // A fresh ticket printing through the Qt printer; the view of the old one goes first.
+  void NewTicket() {
+    view_.reset();
+    TicketServices services{&loop_, nullptr, printer_.get(), &locale_};
+    ticket_ = std::make_unique<Clientticket>(services);
+    ticket_->setHost(&host_);
+  }
+
+  // Shows the ticket in an active window, so that focus and keys reach it.
+  void Show() {
+    view_ = std::make_unique<TicketWidget>(*ticket_);
+    view_->show();
+    view_->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(view_.get()));
+  }
+
+  template <typename W>
+  W* widget(const std::string& name) {
+    auto* w = qobject_cast<W*>(view_->widgetFor(name));
+    EXPECT_NE(w, nullptr) << name;
+    return w;
+  }
+
+  // The order confirmation: a market buy of 100,000 EUR, Place Order pressed.
+  void OpenOrderConfirmation() {
+    Form& form = f().controls();
+    form.userPaste(f().txtPrimQty, "100000");
+    form.userClick(f().optBuySell(0));
+    form.userClick(f().cmdOKCancel(0));
+  }
+
+  // An execution of the ticket's order as a trade message.
+  void Execute(double quantity, Long tradeID) {
+    Long from = 0, account = 1, instrument = kEurUsd, type = MARKET_ORDER, primSec = QTY_PRIMARY,
+         status = ORDER_EXECUTED, order = 0, counterparty = 0, link = 0, dummy = 0, system = 0,
+         cpSystem = 0, profile = 0;
+    double price = 1.2345, strike = 0;
+    Date marketTime = 0, valueDate = 37320, expiry = 0;
+    Integer reason = 0;
+    std::string text;
+    Boolean encrypt = false;
+    ticket_->TradeGeneric(from, tradeID, account, instrument, quantity, primSec, price, type,
+                          marketTime, valueDate, status, reason, order, counterparty, link, dummy,
+                          text, system, encrypt, cpSystem, profile, strike, expiry);
+  }
+
+  // A two-way request out as order 55, then the dealer's quote for it.
+  void ShowQuote(Integer language = 1) {
+    OpenTwoWayRequest(language);
+    Quote();
+  }
+  void OpenTwoWayRequest(Integer language = 1) {
+    NewTicket();
+    SetUpUser();
+    ticket_->setLanguage(language);
+    host_.connected = true;
+    Msg m;
+    m.OrderID = 55;
+    m.InstrumentID = kEurUsd;
+    m.AccountID = 1;
+    m.Status = ORDER_ACTIVE;
+    m.OrderType = TWOWAY_ORDER;
+    m.Quantity = 100000;
+    m.Duration = kNoDate;
+    m.ValueDate = 37320;
+    Initialise(m);
+  }
+  void Quote() {
+    Long from = 0, orderID = 55, account = 1, instrument = kEurUsd, type = 0, status = 16,
+         counterparty = 9, dummy = 0, system = 0, cpSystem = 4, profile = 0, primSec = 0;
+    double strike = 0, quantity = 100000, bid = 1.2345, offer = 1.2350;
+    Date duration = kNoDate + 30 / 86400.0, marketTime = 0, valueDate = 0, expiry = 0;
+    Integer reason = 8;
+    std::string text;
+    Boolean encrypt = false;
+    ticket_->OrderGenericQuote(from, orderID, account, instrument, quantity, primSec, bid, offer,
+                               type, duration, marketTime, valueDate, status, reason,
+                               counterparty, dummy, text, system, encrypt, cpSystem, profile,
+                               strike, expiry);
+  }
+
+  QTemporaryDir pdfDir_;
+  std::unique_ptr<QtHtmlPrinter> printer_;
+  std::unique_ptr<TicketWidget> view_;
+};
+
+}  // namespace quillon::view
