@@ -2,9 +2,13 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <charconv>
 #include <cmath>
 #include <limits>
+#include <random>
 #include <string>
+#include <vector>
 
 #include "platform/locale.h"
 #include "platform/number_format.h"
@@ -226,6 +230,87 @@ TEST_P(NumberFormatTest, NumericTextAndItsValue) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Locales, NumberFormatTest, ::testing::Values("en_US", "de_DE"));
+
+// The text of |v| with 15 significant digits, written by the standard library straight from
+// the binary value: the reference for what "0.000..." patterns of that many decimals write.
+std::string FifteenDigitReference(double v, int decimals) {
+  char buffer[80];
+  const auto written =
+      std::to_chars(buffer, buffer + sizeof buffer, v, std::chars_format::fixed, decimals);
+  return std::string(buffer, written.ptr);
+}
+
+// Values from 1e-9 to 1e15 written to exactly 15 significant digits, positive and negative:
+// halves at the 16th digit both sides of each Double, the edges where the decimal exponent
+// changes, and a fixed spread of others, all against the standard library's correct rounding.
+TEST(NumberFormatFifteenDigits, MatchTheCorrectlyRoundedDecimal) {
+  const Locale locale = Locale::ByName("en_US");
+  std::vector<double> values = {
+      1.2345,  1.23455, 0.1 + 0.2, 1.0 / 3, 2.0 / 3, 1e-7, std::nextafter(1e-7, 0.0),
+      1e-9,    0.001,   999999999999999.0, 999999999999999.4, 999999999999999.5,
+      99999.99999999995, 9.999999999999995, 9.9999999999999995, 0.1, 0.7, 1.0,
+      10.0,    100.0,   123456789012345.0, 12345678901234.5, 0.000123456789012345,
+  };
+  // A 16th digit 5 on a 15-digit decimal: the nearest Double lies just above or just below the
+  // half, and only its exact value decides the direction.
+  std::mt19937_64 random(20010301);
+  for (int i = 0; i < 4000; ++i) {
+    const long long m = 100000000000000LL + static_cast<long long>(random() % 900000000000000LL);
+    const int exponent = static_cast<int>(random() % 24) - 24;  // 1e-9 .. 1e15
+    const std::string text = std::to_string(m) + "5e" + std::to_string(exponent);
+    double v = 0;
+    std::from_chars(text.data(), text.data() + text.size(), v);
+    values.push_back(v);
+    // And Doubles with all their bits in play.
+    values.push_back(std::ldexp(static_cast<double>(random() >> 11), -53 + exponent * 10 / 3));
+  }
+  for (double magnitude : values) {
+    if (!(magnitude >= 1e-9 && magnitude < 1e15)) continue;
+    for (double v : {magnitude, -magnitude}) {
+      const int e10 = static_cast<int>(std::floor(std::log10(magnitude)));
+      // The pattern's decimals make 15 significant digits; where log10 lands on the wrong
+      // side of a power of ten, the reference text says which it is.
+      int decimals = std::max(0, 14 - e10);
+      std::string expected = FifteenDigitReference(v, decimals);
+      const std::size_t first = expected.find_first_not_of("-0.");
+      std::size_t digits = 0;
+      for (std::size_t i = first; i < expected.size(); ++i) digits += expected[i] != '.';
+      if (digits > 15 && decimals > 0) expected = FifteenDigitReference(v, --decimals);
+      if (digits < 15) expected = FifteenDigitReference(v, ++decimals);
+      const std::string pattern = decimals > 0 ? "0." + std::string(decimals, '0') : "0";
+      SCOPED_TRACE(testing::Message() << expected << " with " << pattern);
+      EXPECT_EQ(FormatNumber(v, pattern, locale), expected);
+    }
+  }
+  // Beyond 15 digits the whole part shows zeros; below, the digits of the 15-digit form.
+  EXPECT_EQ(FormatNumber(123456789012345678.0, "0", locale), "123456789012346000");
+  EXPECT_EQ(FormatNumber(-1e15, "#,##0", locale), "-1,000,000,000,000,000");
+  EXPECT_EQ(FormatNumber(1.23456789012345e-12, "0.00000000000000000000000000", locale),
+            "0.00000000000123456789012345");
+  EXPECT_EQ(FormatNumber(5e-324, "0.00", locale), "0.00");
+  EXPECT_EQ(FormatNumber(1.7976931348623157e308, "0", locale).substr(0, 16), "1797693134862320");
+}
+
+// Many patterns in turn, more than are kept parsed at once: each text is that of its own
+// pattern, whichever were used before it.
+TEST(NumberFormatPatterns, ManyPatternsInTurnKeepTheirOwnTexts) {
+  const Locale locale = Locale::ByName("de_DE");
+  const struct {
+    const char* pattern;
+    const char* text;
+  } cases[] = {
+      {"0.0000", "-1,2346"}, {"0.00", "-1,23"},          {"0.000", "-1,235"},
+      {"0.0", "-1,2"},       {"0", "-1"},                {"0.00000", "-1,23456"},
+      {"#,##0.00;(#,##0.00)", "(1,23)"}, {"00.0", "-01,2"}, {"0.0005", "-1,2355"},
+      {"####;(####)", "(1)"}, {"0.000000", "-1,234560"},
+  };
+  for (int round = 0; round < 3; ++round) {
+    for (const auto& c : cases) {
+      SCOPED_TRACE(c.pattern);
+      EXPECT_EQ(FormatNumber(-1.23456, c.pattern, locale), c.text);
+    }
+  }
+}
 
 TEST(StrOfDoubleTest, WritesThePlainDecimalTextWithAPoint) {
   const struct {
