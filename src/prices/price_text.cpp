@@ -1,6 +1,7 @@
 // The text of prices, and the ticket's text replacement:
 //   Single_Price_As_String, Spread_Price_As_String, Change_Chars.
 
+#include <algorithm>
 #include <string>
 
 #include "platform/number_format.h"
@@ -48,13 +49,28 @@ std::string Clientticket::Single_Price_As_String(double Price, double Pip) {
       result = LoadResString(230);
       return result;
     }
-    std::string pattern = "0" + Trim(StrOfDouble(Pip));
-    pattern = Change_Chars(pattern, "1", "0");
-    // A pip that is not a power of ten (0.0005, 0.25) leaves other digits in the pattern;
-    // they count as decimals like the rest, so such a pip shows as many decimals as it has.
-    for (char& c : pattern)
-      if (c >= '2' && c <= '9') c = '0';
-    result = FormatNumber(Price, pattern, locale());
+    std::string pattern;
+    if (const PriceTextMemo::PipPattern* known = priceTexts_.pattern(Pip)) {
+      // The pattern built before, and the yields its replacement of the digits 1 makes.
+      pattern = known->pattern;
+      const int ones = known->ones;
+      for (int i = 0; i < ones; ++i) yield();
+    } else {
+      pattern = "0" + Trim(StrOfDouble(Pip));
+      const auto ones = static_cast<int>(std::count(pattern.begin(), pattern.end(), '1'));
+      pattern = Change_Chars(pattern, "1", "0");
+      // A pip that is not a power of ten (0.0005, 0.25) leaves other digits in the pattern;
+      // they count as decimals like the rest, so such a pip shows as many decimals as it has.
+      for (char& c : pattern)
+        if (c >= '2' && c <= '9') c = '0';
+      priceTexts_.rememberPattern(Pip, pattern, ones);
+    }
+    if (const std::string* text = priceTexts_.text(Price, Pip)) {
+      result = *text;
+    } else {
+      result = FormatNumber(Price, pattern, locale());
+      priceTexts_.rememberText(Price, Pip, result);
+    }
   } catch (...) {
     Report(CurrentError(), "Single_Price_As_String", true);
   }

@@ -20,6 +20,7 @@
 #include "platform/printer.h"
 #include "platform/types.h"
 #include "platform/variant.h"
+#include "prices/price_text_memo.h"
 #include "ticket/form.h"
 #include "ticket/host_interface.h"
 #include "ticket/records.h"
@@ -303,6 +304,7 @@ class Clientticket : private TicketPlatform, private TicketMembers, private Tick
   void yield();
 
   ClientticketEvents* host_;
+  PriceTextMemo priceTexts_;  // the pip's pattern and the prices written last
 };
 
 }  // namespace quillon

@@ -71,6 +71,29 @@ TEST_P(PriceTextTest, NoPriceReadsBackAsZero) {
   EXPECT_FALSE(IsNumericText(dash, locale_));
 }
 
+TEST_P(PriceTextTest, APriceWrittenAgainGivesTheSameTextAndTheSameYields) {
+  // Each digit 1 of the pip's text gives one yield, the first time and every time after.
+  for (double pip : {0.0001, 0.0011, 0.0001, 0.01}) {
+    const std::uint64_t ones = pip == 0.0011 ? 2 : 1;
+    std::string first;
+    for (int round = 0; round < 3; ++round) {
+      SCOPED_TRACE(testing::Message() << "pip " << pip << " round " << round);
+      const std::uint64_t before = loop_.yieldCount();
+      const std::string text = probe().Single(1.23456, pip);
+      EXPECT_EQ(loop_.yieldCount() - before, ones);
+      if (round == 0) first = text;
+      EXPECT_EQ(text, first);
+    }
+  }
+  // The same price under other pips, and prices that differ past the pip's decimals.
+  EXPECT_EQ(probe().Single(1.23456, 0.0001), comma() ? "1,2346" : "1.2346");
+  EXPECT_EQ(probe().Single(1.23456, 0.01), comma() ? "1,23" : "1.23");
+  EXPECT_EQ(probe().Single(1.23456, 0.00001), comma() ? "1,23456" : "1.23456");
+  EXPECT_EQ(probe().Single(1.23454, 0.0001), comma() ? "1,2345" : "1.2345");
+  EXPECT_EQ(probe().Single(-1.23456, 0.0001), comma() ? "-1,2346" : "-1.2346");
+  EXPECT_EQ(probe().Single(1.23456, 0.0001), comma() ? "1,2346" : "1.2346");
+}
+
 INSTANTIATE_TEST_SUITE_P(Locales, PriceTextTest, ::testing::Values("en_US", "de_DE"));
 
 class ChangeCharsTest : public TicketTest {};
