@@ -4,6 +4,7 @@
 #include <QClipboard>
 #include <QInputMethodEvent>
 #include <QKeyEvent>
+#include <QPaintEvent>
 #include <QPainter>
 #include <QPointer>
 #include <QStyle>
@@ -83,9 +84,23 @@ TextBoxWidget::TextBoxWidget(TextBox& box, ViewLink& link, QWidget* parent)
   setAcceptDrops(false);
   setDragEnabled(false);
   setMaxLength(32767);
+  // The box paints every pixel of its rectangle (paintEvent), so a new text repaints the box
+  // alone, not the frame behind it.
+  setAttribute(Qt::WA_OpaquePaintEvent);
   // A last guard: should anything still edit the widget itself, the box's text comes back.
   connect(this, &QLineEdit::textEdited, this, [this] { showText(); });
   showText();
+}
+
+void TextBoxWidget::paintEvent(QPaintEvent* event) {
+  // The corners the style's panel leaves take the container's face, as the container would
+  // have painted them.
+  {
+    QPainter p(this);
+    const QWidget* container = parentWidget();
+    p.fillRect(event->rect(), (container ? container : this)->palette().color(QPalette::Window));
+  }
+  QLineEdit::paintEvent(event);
 }
 
 void TextBoxWidget::showText() {

@@ -1,0 +1,265 @@
+// The roads with the Qt view attached, on the offscreen platform and Qt's own message loop (a
+// yield lets Qt run its pending events, repaints included): a tick with its repaint, a key
+// stroke, the blank form, placing an order, many shown tickets, and the memory of a ticket with
+// its widgets.
+
+#include <benchmark/benchmark.h>
+#include <malloc.h>
+
+#include <QApplication>
+#include <QEvent>
+#include <QObject>
+#include <QWidget>
+#include <cstdio>
+#include <cstdlib>
+#include <memory>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "bench_support.h"
+#include "qt/qt_loop.h"
+#include "qt/ticket_widget.h"
+
+namespace quillon::bench {
+namespace {
+
+// One application for every view benchmark, offscreen unless the caller chose a platform.
+QApplication& App() {
+  static int argc = 1;
+  static char name[] = "quillon-bench";
+  static char* argv[] = {name, nullptr};
+  static QApplication* app = [] {
+    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
+    return new QApplication(argc, argv);
+  }();
+  return *app;
+}
+
+// The services of a Qt host: Qt's message loop, the locale, bank holidays.
+struct ViewPlatform {
+  Platform shared;  // locale and calendars; its headless loop stays unused
+  view::QtMessageLoop loop;
+  ViewPlatform() { App(); }
+  TicketServices services() {
+    TicketServices s = shared.services();
+    s.loop = &loop;
+    return s;
+  }
+};
+
+// The widgets the application paints, by name, and how many paint events it delivers.
+class PaintCounter : public QObject {
+ public:
+  long paints = 0;
+  std::multiset<std::string> painted;
+  bool eventFilter(QObject* watched, QEvent* event) override {
+    if (event->type() == QEvent::Paint) {
+      ++paints;
+      painted.insert(watched->objectName().toStdString());
+    }
+    return QObject::eventFilter(watched, event);
+  }
+};
+
+// Bytes the C library holds for the process (Qt allocates much with malloc directly).
+std::int64_t MallocBytes() {
+  const struct mallinfo2 info = mallinfo2();
+  return static_cast<std::int64_t>(info.uordblks + info.hblkhd);
+}
+
+// A blank ticket with its widget shown and painted once.
+struct ShownTicket {
+  std::unique_ptr<Clientticket> ticket;
+  std::unique_ptr<view::TicketWidget> widget;
+  ShownTicket(ViewPlatform& platform, QuickHost& host) {
+    ticket = std::make_unique<Clientticket>(platform.services());
+    ticket->setHost(&host);
+    widget = std::make_unique<view::TicketWidget>(*ticket);
+    OpenBlankTicket(*ticket);
+    widget->show();
+  }
+  ~ShownTicket() {
+    widget.reset();
+    ticket.reset();
+  }
+  Form& form() { return ticket->form().controls(); }
+};
+
+constexpr double kBid[2] = {1.2345, 1.2346};
+constexpr double kOffer[2] = {1.2350, 1.2351};
+
+// One accepted tick with the view attached, and the repaint it causes. Besides the time: the
+// widgets painted per tick, and how many of those show no control the tick changed.
+void BM_ViewTickRoad(benchmark::State& state) {
+  QApplication& app = App();
+  ViewPlatform platform;
+  QuickHost host;
+  ShownTicket t(platform, host);
+  QApplication::processEvents();
+
+  // One tick outside the timing, watched: which controls change, which widgets paint.
+  std::set<std::string> changed;
+  const int observer = t.form().addObserver(
+      [&](Control& c, ControlProperty) { changed.insert(c.fullName()); });
+  PaintCounter counter;
+  app.installEventFilter(&counter);
+  Tick(*t.ticket, QuickHost::kEurUsd, kBid[1], kOffer[1]);
+  QApplication::processEvents();
+  t.form().removeObserver(observer);
+  long others = 0;
+  std::string otherNames;
+  for (const std::string& name : counter.painted) {
+    if (changed.count(name)) continue;
+    ++others;
+    otherNames += (otherNames.empty() ? "" : " ") + (name.empty() ? "(unnamed)" : name);
+  }
+  if (std::getenv("QUILLON_BENCH_VERBOSE")) {
+    std::string names;
+    for (const std::string& name : changed) names += name + " ";
+    std::fprintf(stderr, "changed: %s\npainted, not changed: %s\n", names.c_str(),
+                 otherNames.c_str());
+  }
+  counter.paints = 0;
+
+  int side = 0;
+  for (auto _ : state) {
+    side ^= 1;
+    Tick(*t.ticket, QuickHost::kEurUsd, kBid[side], kOffer[side]);
+    QApplication::processEvents();
+  }
+  app.removeEventFilter(&counter);
+  state.counters["paints"] = benchmark::Counter(static_cast<double>(counter.paints),
+                                                benchmark::Counter::kAvgIterations);
+  state.counters["unchanged_painted"] = static_cast<double>(others);
+  if (host.errors != 0) state.SkipWithError("the road reported an error");
+}
+BENCHMARK(BM_ViewTickRoad);
+
+// A tick of another instrument with the view attached.
+void BM_ViewTickIgnored(benchmark::State& state) {
+  ViewPlatform platform;
+  QuickHost host;
+  ShownTicket t(platform, host);
+  QApplication::processEvents();
+  for (auto _ : state) {
+    Tick(*t.ticket, QuickHost::kGbpUsd, 1.4501, 1.4506);
+    QApplication::processEvents();
+  }
+}
+BENCHMARK(BM_ViewTickIgnored);
+
+// A key stroke in the quantity box with the view attached, and its repaint.
+void BM_ViewKeyStroke(benchmark::State& state) {
+  ViewPlatform platform;
+  QuickHost host;
+  ShownTicket t(platform, host);
+  QApplication::processEvents();
+  TextBox& box = t.ticket->form().txtPrimQty;
+  t.form().userPaste(box, "100000");
+  Integer keys[2] = {'0', 8};
+  int next = 0;
+  for (auto _ : state) {
+    t.form().userKey(box, keys[next]);
+    next ^= 1;
+    QApplication::processEvents();
+  }
+  if (host.errors != 0) state.SkipWithError("the road reported an error");
+}
+BENCHMARK(BM_ViewKeyStroke);
+
+// Initialise of a blank form with the view attached.
+void BM_ViewInitialiseBlank(benchmark::State& state) {
+  ViewPlatform platform;
+  QuickHost host;
+  ShownTicket t(platform, host);
+  QApplication::processEvents();
+  for (auto _ : state) {
+    OpenBlankTicket(*t.ticket);
+    QApplication::processEvents();
+  }
+  if (host.errors != 0) state.SkipWithError("the road reported an error");
+}
+BENCHMARK(BM_ViewInitialiseBlank)->Unit(benchmark::kMicrosecond);
+
+// Place Order, the statement, Yes, with the view attached; the blank form comes back outside
+// the timing.
+void BM_ViewPlaceConfirmSend(benchmark::State& state) {
+  ViewPlatform platform;
+  QuickHost host;
+  ShownTicket t(platform, host);
+  TicketForm& f = t.ticket->form();
+  const Long ordersBefore = host.orders;
+  for (auto _ : state) {
+    state.PauseTiming();
+    OpenBlankTicket(*t.ticket);
+    QApplication::processEvents();
+    state.ResumeTiming();
+    t.form().userClick(f.cmdOKCancel(0));
+    QApplication::processEvents();
+    t.form().userClick(f.cmdOKCancel(3));
+    QApplication::processEvents();
+  }
+  if (host.orders - ordersBefore != static_cast<Long>(state.iterations()))
+    state.SkipWithError("not every road sent its order");
+  if (host.errors != 0) state.SkipWithError("the road reported an error");
+}
+BENCHMARK(BM_ViewPlaceConfirmSend)->Unit(benchmark::kMicrosecond);
+
+// N shown tickets; each iteration pushes one tick to every ticket and lets the view repaint.
+void BM_ViewLoad(benchmark::State& state) {
+  const auto n = static_cast<std::size_t>(state.range(0));
+  ViewPlatform platform;
+  QuickHost host;
+  std::vector<std::unique_ptr<ShownTicket>> tickets;
+  for (std::size_t i = 0; i < n; ++i)
+    tickets.push_back(std::make_unique<ShownTicket>(platform, host));
+  QApplication::processEvents();
+  int side = 0;
+  for (auto _ : state) {
+    side ^= 1;
+    for (auto& t : tickets) Tick(*t->ticket, QuickHost::kEurUsd, kBid[side], kOffer[side]);
+    QApplication::processEvents();
+  }
+  state.counters["tickets"] = static_cast<double>(n);
+  state.counters["per_ticket_tick"] = benchmark::Counter(
+      static_cast<double>(n),
+      benchmark::Counter::kIsIterationInvariantRate | benchmark::Counter::kInvert);
+  if (host.errors != 0) state.SkipWithError("the road reported an error");
+}
+BENCHMARK(BM_ViewLoad)->Arg(1)->Arg(10)->Arg(100)->Arg(500)->Unit(benchmark::kMillisecond);
+
+// Bytes per shown ticket with its widgets, painted after a tick: what the C library holds
+// (Qt allocates much of its data with malloc, past operator new).
+void BM_ViewBytesPerTicket(benchmark::State& state) {
+  constexpr int kTickets = 20;
+  ViewPlatform platform;
+  QuickHost host;
+  {  // the first builds what all share: fonts, styles, the string table, the calendars
+    ShownTicket warm(platform, host);
+    QApplication::processEvents();
+  }
+  QApplication::processEvents();
+  double perTicket = 0;
+  for (auto _ : state) {
+    std::vector<std::unique_ptr<ShownTicket>> tickets;
+    tickets.reserve(kTickets);
+    malloc_trim(0);
+    const std::int64_t before = MallocBytes();
+    for (int i = 0; i < kTickets; ++i) {
+      tickets.push_back(std::make_unique<ShownTicket>(platform, host));
+      Tick(*tickets.back()->ticket, QuickHost::kEurUsd, kBid[0], kOffer[0]);
+    }
+    QApplication::processEvents();
+    perTicket = static_cast<double>(MallocBytes() - before) / kTickets;
+    state.PauseTiming();
+    tickets.clear();
+    QApplication::processEvents();
+    state.ResumeTiming();
+  }
+  state.counters["bytes_per_ticket"] = perTicket;
+}
+BENCHMARK(BM_ViewBytesPerTicket)->Iterations(2)->Unit(benchmark::kMillisecond);
+
+}  // namespace
+}  // namespace quillon::bench
