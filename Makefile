@@ -4,7 +4,7 @@
 PRESET ?= default
 JOBS ?= $(shell nproc)
 
-.PHONY: deps build demo script-demo test test-sanitize check clean
+.PHONY: deps build demo script-demo test test-sanitize check bench clean
 
 deps:
 	./scripts/install-deps.sh
@@ -31,6 +31,15 @@ test-sanitize:
 
 # Everything CI runs: the tests plain and under AddressSanitizer and UBSan.
 check: test test-sanitize
+
+# The benchmarks of the hot roads: medians of BENCH_REPS runs, then a table of each road against
+# its floor and its target. The raw figures go to build/bench.json. Never part of test or check.
+BENCH_REPS ?= 5
+BENCH_FILTER ?= .
+bench: build
+	./build/$(PRESET)/bench/quillon-bench --benchmark_filter='$(BENCH_FILTER)' \
+	  --benchmark_repetitions=$(BENCH_REPS) --benchmark_report_aggregates_only=true \
+	  --benchmark_out=build/bench.json --benchmark_out_format=json
 
 clean:
 	rm -rf build

@@ -20,6 +20,27 @@ const std::map<std::string, std::string>& Floors() {
   return floors;
 }
 
+// The targets: a road (its median), what is measured, and the bound it must stay under.
+struct Target {
+  const char* road;
+  const char* what;  // "cpu" (ns), "floor" (ratio), "core" (share of one core, 500 x 10/s),
+                     // "bytes" (per ticket), "unchanged" (widgets repainted that did not change)
+  double bound;
+  const char* text;
+};
+const Target kTargets[] = {
+    {"BM_TickRoad", "cpu", 3000, "tick road headless < 3 us"},
+    {"BM_TickRoad", "floor", 2, "tick road headless < 2x its floor"},
+    {"BM_KeyStroke", "cpu", 5000, "key stroke headless < 5 us"},
+    {"BM_ViewTickRoad", "cpu", 40000, "tick road with the view < 40 us"},
+    {"BM_ViewTickRoad", "unchanged", 0.5, "tick repaints only changed widgets"},
+    {"BM_Load/500", "core", 0.10, "500 tickets x 10 ticks/s headless < 10% core"},
+    {"BM_ViewLoad/500", "core", 0.50, "500 tickets x 10 ticks/s with view < 50% core"},
+    {"BM_BytesPerTicket", "bytes", 32 * 1024, "headless ticket < 32 KiB"},
+    {"BM_ViewBytesPerTicket", "bytes", 1024 * 1024, "ticket with view < 1 MiB"},
+    {"BM_SettlementOneYear", "cpu", 20000, "settlement, 1y forward < 20 us"},
+};
+
 class TableReporter : public benchmark::ConsoleReporter {
  public:
   struct Row {
@@ -84,10 +105,61 @@ class TableReporter : public benchmark::ConsoleReporter {
       std::fprintf(out, "%-28s %12s %8s  %s\n", row.name.c_str(), Time(row.cpuNs).c_str(),
                    ratio.c_str(), figures.c_str());
     }
+    PrintTargets(out);
     std::fflush(out);
   }
 
  private:
+  const Row* Find(const std::string& road) const {
+    for (const Row& row : rows_)
+      if (row.name == road || BaseName(row.name) == road ||
+          row.name.rfind(road + "/", 0) == 0)
+        return &row;
+    return nullptr;
+  }
+
+  void PrintTargets(std::FILE* out) const {
+    std::fprintf(out, "\n%-48s %14s %14s  %s\n", "target", "measured", "bound", "met");
+    std::fprintf(out, "%-48s %14s %14s  %s\n", "------", "--------", "-----", "---");
+    for (const Target& t : kTargets) {
+      const Row* row = Find(t.road);
+      const std::string what = t.what;
+      double value = 0;
+      bool known = row != nullptr;
+      if (known && what == "cpu") {
+        value = row->cpuNs;
+      } else if (known && what == "floor") {
+        const Row* floor = Find(Floors().at(t.road));
+        known = floor && floor->cpuNs > 0;
+        if (known) value = row->cpuNs / floor->cpuNs;
+      } else if (known) {
+        const char* counter = what == "core"    ? "per_ticket_tick"
+                              : what == "bytes" ? "bytes_per_ticket"
+                                                : "unchanged_painted";
+        auto it = row->counters.find(counter);
+        known = it != row->counters.end();
+        if (known) value = what == "core" ? it->second * 500 * 10 : it->second;
+      }
+      if (!known) {
+        std::fprintf(out, "%-48s %14s %14s  %s\n", t.text, "not run", Show(what, t.bound).c_str(),
+                     "-");
+        continue;
+      }
+      std::fprintf(out, "%-48s %14s %14s  %s\n", t.text, Show(what, value).c_str(),
+                   Show(what, t.bound).c_str(), value < t.bound ? "yes" : "NO");
+    }
+  }
+
+  static std::string Show(const std::string& what, double value) {
+    char buffer[32];
+    if (what == "cpu") return Time(value);
+    if (what == "floor") std::snprintf(buffer, sizeof buffer, "%.2fx", value);
+    else if (what == "core") std::snprintf(buffer, sizeof buffer, "%.1f%%", value * 100);
+    else if (what == "bytes") std::snprintf(buffer, sizeof buffer, "%.1f KiB", value / 1024);
+    else std::snprintf(buffer, sizeof buffer, "%.0f", value);
+    return buffer;
+  }
+
   static double Multiplier(benchmark::TimeUnit unit) {
     switch (unit) {
       case benchmark::kNanosecond: return 1;
