@@ -5,11 +5,16 @@
 #include <QInputMethodEvent>
 #include <QKeyEvent>
 #include <QPaintEvent>
+#include <QProxyStyle>
+#include <QStyleOption>
 #include <QPainter>
 #include <QPointer>
 #include <QStyle>
 #include <QToolButton>
 #include <algorithm>
+#include <array>
+#include <compare>
+#include <map>
 
 #include "qt/qt_convert.h"
 
@@ -21,6 +26,65 @@ constexpr Integer kEnter = 13;
 constexpr Integer kEscape = 27;
 
 bool Printable(char32_t ch) { return ch >= 0x20 && ch != 0x7F && !(ch >= 0x80 && ch < 0xA0); }
+
+// The application's style, with the panel of a text box drawn once per size, state and colours
+// and copied after: a box repaints at every new price, and the style's antialiased frame
+// costs more than the text inside it. The copy holds the same pixels the style draws.
+class PanelCacheStyle : public QProxyStyle {
+ private:
+  struct PanelKey {
+    int width, height;
+    uint state;
+    int lineWidth;
+    qreal ratio;
+    std::array<QRgb, 9> colours;
+    auto operator<=>(const PanelKey&) const = default;
+  };
+  mutable std::map<PanelKey, QPixmap> panels_;
+
+ public:
+  void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
+                     const QWidget* widget) const override {
+    const auto* frame = qstyleoption_cast<const QStyleOptionFrame*>(option);
+    if (element != PE_PanelLineEdit || !frame || option->rect.isEmpty()) {
+      QProxyStyle::drawPrimitive(element, option, painter, widget);
+      return;
+    }
+    const qreal ratio = painter->device() ? painter->device()->devicePixelRatio() : 1.0;
+    const QPalette& pal = option->palette;
+    PanelKey key{option->rect.width(), option->rect.height(), static_cast<uint>(option->state),
+                 frame->lineWidth, ratio, {}};
+    std::size_t i = 0;
+    for (QPalette::ColorRole role : {QPalette::Base, QPalette::Window, QPalette::WindowText,
+                                     QPalette::Highlight, QPalette::Button, QPalette::Light,
+                                     QPalette::Dark, QPalette::Mid, QPalette::Shadow})
+      key.colours[i++] = pal.color(role).rgba();
+    auto it = panels_.find(key);
+    if (it == panels_.end()) {
+      if (panels_.size() >= 256) panels_.clear();  // sizes and colours seldom vary this much
+      QPixmap panel(option->rect.size() * ratio);
+      panel.setDevicePixelRatio(ratio);
+      panel.fill(Qt::transparent);
+      QPainter p(&panel);
+      QStyleOptionFrame at = *frame;
+      at.rect = QRect(QPoint(0, 0), option->rect.size());
+      QProxyStyle::drawPrimitive(element, &at, &p, widget);
+      p.end();
+      it = panels_.emplace(key, std::move(panel)).first;
+    }
+    const QPixmap& panel = it->second;
+    painter->drawPixmap(option->rect.topLeft(), panel);
+  }
+};
+
+QStyle* PanelStyle() {
+  static QPointer<PanelCacheStyle> style;
+  if (!style) {
+    style = new PanelCacheStyle;
+    style->setParent(qApp);
+  }
+  return style;
+}
 
 }  // namespace
 
@@ -87,6 +151,7 @@ TextBoxWidget::TextBoxWidget(TextBox& box, ViewLink& link, QWidget* parent)
   // The box paints every pixel of its rectangle (paintEvent), so a new text repaints the box
   // alone, not the frame behind it.
   setAttribute(Qt::WA_OpaquePaintEvent);
+  setStyle(PanelStyle());
   // A last guard: should anything still edit the widget itself, the box's text comes back.
   connect(this, &QLineEdit::textEdited, this, [this] { showText(); });
   showText();
