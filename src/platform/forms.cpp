@@ -427,32 +427,38 @@ Form::Form(MessageLoop& loop) : loop_(loop) {}
 Form::~Form() {
   observers_.clear();
   focused_ = nullptr;
-  while (!owned_.empty()) owned_.pop_back();  // contents before their containers
+  while (!order_.empty()) {  // contents before their containers
+    std::unique_ptr<Control> last(order_.back());
+    order_.pop_back();
+  }
+}
+
+// The form looks its controls up by name only now and then (a view's or a script's request),
+// so it keeps no index: a walk over a few dozen controls is quick, and a ticket open many
+// times over holds no copy of every name.
+Control* Form::lookUp(std::string_view name, int index) const {
+  for (Control* c : order_)
+    if (c->index() == index && c->name() == name) return c;
+  return nullptr;
 }
 
 void Form::adopt(std::unique_ptr<Control> control, Control* parent) {
-  std::string key = control->fullName();
-  if (byName_.count(key) != 0) Raise(kInvalidProcedureCall, "duplicate control " + key);
+  if (lookUp(control->name(), control->index()))
+    Raise(kInvalidProcedureCall, "duplicate control " + control->fullName());
   control->setParent(parent);
-  Control* raw = control.get();
-  owned_.push_back(std::move(control));
-  order_.push_back(raw);
-  byName_[key] = raw;
+  order_.reserve(order_.size() + 1);
+  order_.push_back(control.release());
 }
 
 Control* Form::find(const std::string& fullName) const {
-  std::string key = fullName;
   auto open = fullName.find('(');
-  if (open != std::string::npos) {
-    if (fullName.back() != ')' || open == 0) return nullptr;
-    std::string digits = fullName.substr(open + 1, fullName.size() - open - 2);
-    if (digits.empty() || digits.size() > 9) return nullptr;
-    if (!std::all_of(digits.begin(), digits.end(), [](char c) { return c >= '0' && c <= '9'; }))
-      return nullptr;
-    key = fullName.substr(0, open) + "(" + std::to_string(std::stoi(digits)) + ")";
-  }
-  auto it = byName_.find(key);
-  return it == byName_.end() ? nullptr : it->second;
+  if (open == std::string::npos) return lookUp(fullName, -1);
+  if (fullName.back() != ')' || open == 0) return nullptr;
+  std::string digits = fullName.substr(open + 1, fullName.size() - open - 2);
+  if (digits.empty() || digits.size() > 9) return nullptr;
+  if (!std::all_of(digits.begin(), digits.end(), [](char c) { return c >= '0' && c <= '9'; }))
+    return nullptr;
+  return lookUp(std::string_view(fullName).substr(0, open), std::stoi(digits));
 }
 
 void Form::moveFocus(Control* to) {

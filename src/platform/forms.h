@@ -7,6 +7,7 @@
 #include <map>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "platform/runtime_error.h"
@@ -43,7 +44,7 @@ enum class ControlProperty {
 enum class Alignment { Left, Right, Center };
 
 struct Font {
-  std::string name = "MS Sans Serif";
+  const char* name = "MS Sans Serif";  // a face name fixed at design time
   double size = 8.25;
   bool bold = false;
 };
@@ -392,13 +393,12 @@ class Form {
 
  private:
   void adopt(std::unique_ptr<Control> control, Control* parent);
+  Control* lookUp(std::string_view name, int index) const;
   // One character into a text box, after its key-press handler.
   void keyStroke(TextBox& box, char32_t ch);
 
   MessageLoop& loop_;
-  std::vector<std::unique_ptr<Control>> owned_;
-  std::vector<Control*> order_;
-  std::map<std::string, Control*> byName_;
+  std::vector<Control*> order_;  // owned; destroyed last to first, contents before containers
   Control* focused_ = nullptr;
   int focusDepth_ = 0;  // nesting of focus moves made by focus handlers
   std::map<int, Observer> observers_;
