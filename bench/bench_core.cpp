@@ -14,8 +14,6 @@
 namespace quillon::bench {
 namespace {
 
-constexpr double kBid[2] = {1.2345, 1.2346};
-constexpr double kOffer[2] = {1.2350, 1.2351};
 
 // A blank EUR/USD market ticket on its own platform and host.
 struct OneTicket {
@@ -48,18 +46,18 @@ void CheckNoErrors(benchmark::State& state, const QuickHost& host) {
 }
 
 // One accepted tick on a blank market ticket whose client sees the raw ticks; the market
-// moves by a pip at each tick, so the price boxes change every time.
+// moves at each tick (MovingMarket), so the price boxes change every time.
 void BM_TickRoad(benchmark::State& state) {
   OneTicket t(-1);
-  int side = 0;
+  MovingMarket market;
   const Long lookUps = PriceLookUpsOf(t.host, [&] {
-    side ^= 1;
-    Tick(*t.ticket, QuickHost::kEurUsd, kBid[side], kOffer[side]);
+    const MovingMarket::Quote q = market.next();
+    Tick(*t.ticket, QuickHost::kEurUsd, q.bid, q.offer);
   });
   const std::uint64_t allocations = Heap().allocations;
   for (auto _ : state) {
-    side ^= 1;
-    Tick(*t.ticket, QuickHost::kEurUsd, kBid[side], kOffer[side]);
+    const MovingMarket::Quote q = market.next();
+    Tick(*t.ticket, QuickHost::kEurUsd, q.bid, q.offer);
   }
   ReportAllocations(state, allocations);
   state.counters["host_calls"] = static_cast<double>(lookUps);
@@ -72,10 +70,10 @@ BENCHMARK(BM_TickRoad);
 // event interface.
 void BM_TickFloor(benchmark::State& state) {
   OneTicket t(-1);
-  int side = 0;
+  MovingMarket market;
   const Long lookUps = PriceLookUpsOf(t.host, [&] {
-    side ^= 1;
-    Tick(*t.ticket, QuickHost::kEurUsd, kBid[side], kOffer[side]);
+    const MovingMarket::Quote q = market.next();
+    Tick(*t.ticket, QuickHost::kEurUsd, q.bid, q.offer);
   });
   ClientticketEvents* host = &t.host;
   benchmark::DoNotOptimize(host);
@@ -83,15 +81,15 @@ void BM_TickFloor(benchmark::State& state) {
   const std::string pattern = "0.0000";
   const std::uint64_t allocations = Heap().allocations;
   for (auto _ : state) {
-    side ^= 1;
-    const double bid = kBid[side], offer = kOffer[side];
+    const MovingMarket::Quote q = market.next();
+    const double bid = q.bid, offer = q.offer;
     // Market, bid and offer; limit and stop.
-    std::string market = FormatNumber(offer, pattern, locale);
+    std::string marketText = FormatNumber(offer, pattern, locale);
     std::string bidText = FormatNumber(bid, pattern, locale);
     std::string offerText = FormatNumber(offer, pattern, locale);
     std::string limit = FormatNumber(offer, pattern, locale);
     std::string stop = FormatNumber(offer, pattern, locale);
-    benchmark::DoNotOptimize(market);
+    benchmark::DoNotOptimize(marketText);
     benchmark::DoNotOptimize(bidText);
     benchmark::DoNotOptimize(offerText);
     benchmark::DoNotOptimize(limit);
@@ -113,13 +111,13 @@ BENCHMARK(BM_TickFloor);
 // The same road for a client on a price profile: one more host call fetches its price.
 void BM_TickRoadProfile(benchmark::State& state) {
   OneTicket t(7);
-  int side = 0;
+  MovingMarket market;
   const std::uint64_t allocations = Heap().allocations;
   for (auto _ : state) {
-    side ^= 1;
-    t.host.prices[QuickHost::kEurUsd].Bid = kBid[side];
-    t.host.prices[QuickHost::kEurUsd].Offer = kOffer[side];
-    Tick(*t.ticket, QuickHost::kEurUsd, kBid[side], kOffer[side]);
+    const MovingMarket::Quote q = market.next();
+    t.host.prices[QuickHost::kEurUsd].Bid = q.bid;
+    t.host.prices[QuickHost::kEurUsd].Offer = q.offer;
+    Tick(*t.ticket, QuickHost::kEurUsd, q.bid, q.offer);
   }
   ReportAllocations(state, allocations);
   CheckNoErrors(state, t.host);
@@ -267,10 +265,10 @@ void BM_Load(benchmark::State& state) {
     tickets.back()->setHost(&host);
     OpenBlankTicket(*tickets.back());
   }
-  int side = 0;
+  MovingMarket market;
   for (auto _ : state) {
-    side ^= 1;
-    for (auto& ticket : tickets) Tick(*ticket, QuickHost::kEurUsd, kBid[side], kOffer[side]);
+    const MovingMarket::Quote q = market.next();
+    for (auto& ticket : tickets) Tick(*ticket, QuickHost::kEurUsd, q.bid, q.offer);
   }
   state.counters["tickets"] = static_cast<double>(n);
   state.counters["per_ticket_tick"] = benchmark::Counter(
@@ -300,7 +298,7 @@ void BM_BytesPerTicket(benchmark::State& state) {
       tickets.push_back(std::make_unique<Clientticket>(platform.services()));
       tickets.back()->setHost(&host);
       OpenBlankTicket(*tickets.back());
-      Tick(*tickets.back(), QuickHost::kEurUsd, kBid[0], kOffer[0]);
+      Tick(*tickets.back(), QuickHost::kEurUsd, 1.2345, 1.2350);
     }
     perTicket = static_cast<double>(Heap().liveBytes - before) / kTickets;
     state.PauseTiming();

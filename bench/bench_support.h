@@ -2,6 +2,7 @@
 // allocation counter, and a probe to the private procedures that stays in this binary.
 #pragma once
 
+#include <cmath>
 #include <cstddef>
 #include <cstdint>
 #include <map>
@@ -105,6 +106,31 @@ struct Platform {
 // blank market order form for `instrument`.
 void OpenBlankTicket(Clientticket& ticket, Long priceProfile = -1,
                      Long instrument = QuickHost::kEurUsd);
+
+// A market that moves: each tick a bid and an offer five pips above it, walking over 101
+// distinct prices so that no tick repeats one of the last hundred.
+class MovingMarket {
+ public:
+  struct Quote {
+    double bid, offer;
+  };
+  MovingMarket() {
+    for (int k = 0; k < kPrices; ++k) {
+      bids_[k] = std::round((1.2300 + 0.0001 * k) * 1e4) / 1e4;
+      offers_[k] = std::round((1.2305 + 0.0001 * k) * 1e4) / 1e4;
+    }
+  }
+  Quote next() {
+    next_ = (next_ + 37) % kPrices;  // 37 and 101 have no common divisor: every price in turn
+    return {bids_[next_], offers_[next_]};
+  }
+
+ private:
+  static constexpr int kPrices = 101;
+  double bids_[kPrices];
+  double offers_[kPrices];
+  int next_ = 0;
+};
 
 // One tick through the public door.
 inline void Tick(Clientticket& ticket, Long instrument, double bid, double offer) {

@@ -86,8 +86,6 @@ struct ShownTicket {
   Form& form() { return ticket->form().controls(); }
 };
 
-constexpr double kBid[2] = {1.2345, 1.2346};
-constexpr double kOffer[2] = {1.2350, 1.2351};
 
 // One accepted tick with the view attached, and the repaint it causes. Besides the time: the
 // widgets painted per tick, and how many of those show no control the tick changed.
@@ -104,7 +102,7 @@ void BM_ViewTickRoad(benchmark::State& state) {
       [&](Control& c, ControlProperty) { changed.insert(c.fullName()); });
   PaintCounter counter;
   app.installEventFilter(&counter);
-  Tick(*t.ticket, QuickHost::kEurUsd, kBid[1], kOffer[1]);
+  Tick(*t.ticket, QuickHost::kEurUsd, 1.2346, 1.2351);
   QApplication::processEvents();
   t.form().removeObserver(observer);
   long others = 0;
@@ -122,10 +120,10 @@ void BM_ViewTickRoad(benchmark::State& state) {
   }
   counter.paints = 0;
 
-  int side = 0;
+  MovingMarket market;
   for (auto _ : state) {
-    side ^= 1;
-    Tick(*t.ticket, QuickHost::kEurUsd, kBid[side], kOffer[side]);
+    const MovingMarket::Quote q = market.next();
+    Tick(*t.ticket, QuickHost::kEurUsd, q.bid, q.offer);
     QApplication::processEvents();
   }
   app.removeEventFilter(&counter);
@@ -215,10 +213,10 @@ void BM_ViewLoad(benchmark::State& state) {
   for (std::size_t i = 0; i < n; ++i)
     tickets.push_back(std::make_unique<ShownTicket>(platform, host));
   QApplication::processEvents();
-  int side = 0;
+  MovingMarket market;
   for (auto _ : state) {
-    side ^= 1;
-    for (auto& t : tickets) Tick(*t->ticket, QuickHost::kEurUsd, kBid[side], kOffer[side]);
+    const MovingMarket::Quote q = market.next();
+    for (auto& t : tickets) Tick(*t->ticket, QuickHost::kEurUsd, q.bid, q.offer);
     QApplication::processEvents();
   }
   state.counters["tickets"] = static_cast<double>(n);
@@ -248,7 +246,7 @@ void BM_ViewBytesPerTicket(benchmark::State& state) {
     const std::int64_t before = MallocBytes();
     for (int i = 0; i < kTickets; ++i) {
       tickets.push_back(std::make_unique<ShownTicket>(platform, host));
-      Tick(*tickets.back()->ticket, QuickHost::kEurUsd, kBid[0], kOffer[0]);
+      Tick(*tickets.back()->ticket, QuickHost::kEurUsd, 1.2345, 1.2350);
     }
     QApplication::processEvents();
     perTicket = static_cast<double>(MallocBytes() - before) / kTickets;

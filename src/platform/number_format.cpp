@@ -5,6 +5,9 @@
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
+#include <bit>
+#include <cstdint>
+#include <string>
 #include <vector>
 
 #include "platform/runtime_error.h"
@@ -380,11 +383,85 @@ Reading ReadLocaleNumber(std::string_view text, const Locale& locale, double& va
   return reading;
 }
 
+
+// The last few number texts read and written on this thread, each with everything its result
+// depends on: the text or the value and pattern, and the locale's two signs. A ticket's refresh
+// reads back the boxes it has just written and checks the same amounts several times over;
+// those repeats are answered from here. Short texts only.
+constexpr std::size_t kMemoSlots = 8;
+constexpr std::size_t kMemoLongest = 40;
+
+bool SameSigns(const std::string& decimal, const std::string& grouping, const Locale& locale) {
+  return decimal == locale.decimalSign() && grouping == locale.groupingSign();
+}
+
+struct ReadMemo {
+  struct Entry {
+    std::string text, decimal, grouping;
+    Reading reading = Reading::NotNumeric;
+    double value = 0;
+    bool used = false;
+  };
+  Entry entries[kMemoSlots];
+  std::size_t next = 0;
+};
+
+Reading ReadLocaleNumberOnce(std::string_view text, const Locale& locale, double& value) {
+  if (text.size() > kMemoLongest) return ReadLocaleNumber(text, locale, value);
+  thread_local ReadMemo memo;
+  for (const ReadMemo::Entry& e : memo.entries) {
+    if (e.used && e.text == text && SameSigns(e.decimal, e.grouping, locale)) {
+      value = e.value;
+      return e.reading;
+    }
+  }
+  const Reading reading = ReadLocaleNumber(text, locale, value);
+  ReadMemo::Entry& e = memo.entries[memo.next];
+  memo.next = (memo.next + 1) % kMemoSlots;
+  e.text.assign(text);
+  e.decimal = locale.decimalSign();
+  e.grouping = locale.groupingSign();
+  e.reading = reading;
+  e.value = value;
+  e.used = true;
+  return reading;
+}
+
+std::string FormatByPattern(double value, std::string_view pattern, const Locale& locale);
+
 }  // namespace
 
 std::string FormatNumber(double value, std::string_view pattern, const Locale& locale) {
   CheckFinite(value);
   if (pattern.empty()) return GeneralNumber(value, locale);
+  if (pattern.size() > kMemoLongest) return FormatByPattern(value, pattern, locale);
+  struct Entry {
+    std::uint64_t value = 0;
+    std::string pattern, decimal, grouping, text;
+    bool used = false;
+  };
+  thread_local Entry entries[kMemoSlots];
+  thread_local std::size_t next = 0;
+  const auto bits = std::bit_cast<std::uint64_t>(value);
+  for (const Entry& e : entries)
+    if (e.used && e.value == bits && e.pattern == pattern &&
+        SameSigns(e.decimal, e.grouping, locale))
+      return e.text;
+  std::string text = FormatByPattern(value, pattern, locale);
+  Entry& e = entries[next];
+  next = (next + 1) % kMemoSlots;
+  e.value = bits;
+  e.pattern.assign(pattern);
+  e.decimal = locale.decimalSign();
+  e.grouping = locale.groupingSign();
+  e.text = text;
+  e.used = true;
+  return text;
+}
+
+namespace {
+
+std::string FormatByPattern(double value, std::string_view pattern, const Locale& locale) {
   const std::vector<Section>& sections = ParsePattern(pattern);
 
   const Decimal d = FifteenDigits(value);
@@ -409,6 +486,8 @@ std::string FormatNumber(double value, std::string_view pattern, const Locale& l
   return FormatSection(s, rounded, minus, locale);
 }
 
+}  // namespace
+
 std::string StrOfDouble(double value) {
   CheckFinite(value);
   const Rounded r = PlainDigits(value);
@@ -431,12 +510,12 @@ std::string GeneralNumber(double value, const Locale& locale) {
 
 bool IsNumericText(std::string_view text, const Locale& locale) {
   double value = 0;
-  return ReadLocaleNumber(text, locale, value) == Reading::Numeric;
+  return ReadLocaleNumberOnce(text, locale, value) == Reading::Numeric;
 }
 
 double ReadNumericText(std::string_view text, const Locale& locale) {
   double value = 0;
-  switch (ReadLocaleNumber(text, locale, value)) {
+  switch (ReadLocaleNumberOnce(text, locale, value)) {
     case Reading::Numeric:
       return value;
     case Reading::TooLarge:

@@ -291,6 +291,25 @@ TEST(NumberFormatFifteenDigits, MatchTheCorrectlyRoundedDecimal) {
   EXPECT_EQ(FormatNumber(1.7976931348623157e308, "0", locale).substr(0, 16), "1797693134862320");
 }
 
+// Texts read and written in turn under two locales, repeats included: each answer is that of
+// its own locale, whatever was asked under the other just before.
+TEST(NumberFormatLocales, RepeatsUnderOtherLocalesKeepTheirOwnSigns) {
+  const Locale en = Locale::ByName("en_US");
+  const Locale de = Locale::ByName("de_DE");
+  for (int round = 0; round < 3; ++round) {
+    EXPECT_EQ(FormatNumber(1234.5, kAmount, en), "1,234.50");
+    EXPECT_EQ(FormatNumber(1234.5, kAmount, de), "1.234,50");
+    EXPECT_EQ(FormatNumber(1234.5, "0.00", en), "1234.50");
+    EXPECT_EQ(FormatNumber(-1234.5, kAmount, en), "(1,234.50)");
+    EXPECT_DOUBLE_EQ(ReadNumericText("1,5", en), 15);
+    EXPECT_DOUBLE_EQ(ReadNumericText("1,5", de), 1.5);
+    EXPECT_TRUE(IsNumericText("1,234.50", en));
+    EXPECT_FALSE(IsNumericText("1,234.50", de));
+    EXPECT_EQ(ErrorOf([&] { ReadNumericText("1,234.50", de); }), kTypeMismatch);
+    EXPECT_EQ(ErrorOf([&] { ReadNumericText("1e400", en); }), kOverflow);
+  }
+}
+
 // Many patterns in turn, more than are kept parsed at once: each text is that of its own
 // pattern, whichever were used before it.
 TEST(NumberFormatPatterns, ManyPatternsInTurnKeepTheirOwnTexts) {
