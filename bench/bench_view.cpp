@@ -72,12 +72,12 @@ std::int64_t MallocBytes() {
 struct ShownTicket {
   std::unique_ptr<Clientticket> ticket;
   std::unique_ptr<view::TicketWidget> widget;
-  ShownTicket(ViewPlatform& platform, QuickHost& host) {
+  ShownTicket(ViewPlatform& platform, QuickHost& host, bool show = true) {
     ticket = std::make_unique<Clientticket>(platform.services());
     ticket->setHost(&host);
     widget = std::make_unique<view::TicketWidget>(*ticket);
     OpenBlankTicket(*ticket);
-    widget->show();
+    if (show) widget->show();
   }
   ~ShownTicket() {
     widget.reset();
@@ -238,16 +238,19 @@ void BM_ViewBytesPerTicket(benchmark::State& state) {
     QApplication::processEvents();
   }
   QApplication::processEvents();
-  double perTicket = 0;
+  double perTicket = 0, hidden = 0;
   for (auto _ : state) {
     std::vector<std::unique_ptr<ShownTicket>> tickets;
     tickets.reserve(kTickets);
     malloc_trim(0);
     const std::int64_t before = MallocBytes();
     for (int i = 0; i < kTickets; ++i) {
-      tickets.push_back(std::make_unique<ShownTicket>(platform, host));
+      tickets.push_back(std::make_unique<ShownTicket>(platform, host, false));
       Tick(*tickets.back()->ticket, QuickHost::kEurUsd, 1.2345, 1.2350);
     }
+    QApplication::processEvents();
+    hidden = static_cast<double>(MallocBytes() - before) / kTickets;
+    for (auto& t : tickets) t->widget->show();
     QApplication::processEvents();
     perTicket = static_cast<double>(MallocBytes() - before) / kTickets;
     state.PauseTiming();
@@ -256,6 +259,7 @@ void BM_ViewBytesPerTicket(benchmark::State& state) {
     state.ResumeTiming();
   }
   state.counters["bytes_per_ticket"] = perTicket;
+  state.counters["bytes_before_shown"] = hidden;  // the widgets without their window
 }
 BENCHMARK(BM_ViewBytesPerTicket)->Iterations(2)->Unit(benchmark::kMillisecond);
 

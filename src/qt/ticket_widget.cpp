@@ -17,6 +17,7 @@
 #include <QTextCharFormat>
 #include <algorithm>
 #include <unordered_map>
+#include <unordered_set>
 #include <vector>
 
 #include "qt/control_widgets.h"
@@ -90,8 +91,14 @@ struct TicketWidget::Impl {
                  std::max(px(c.Top() + c.Height()) - y, 0));
   }
 
+  // A month calendar is built when it first shows (or is asked for): it weighs more than the
+  // rest of the form, and most tickets never open it. Till then a plain widget holds its place.
+  std::unordered_set<const Control*> pendingCalendars;
+  QWidget* materialise(Control& c);
+  void materialiseShowing();
+
   void build();
-  QWidget* create(Control& c, QWidget* parent);
+  QWidget* create(Control& c, QWidget* parent, bool calendarNow = false);
   void watchInput(Control& c, QWidget* w);
   void show(Control& c, ControlProperty what);
 
@@ -138,7 +145,27 @@ void TicketWidget::Impl::build() {
   }
 }
 
-QWidget* TicketWidget::Impl::create(Control& c, QWidget* parent) {
+QWidget* TicketWidget::Impl::materialise(Control& c) {
+  auto it = widgets.find(&c);
+  QWidget* placeholder = it->second;
+  pendingCalendars.erase(&c);
+  QWidget* w = create(c, placeholder->parentWidget(), true);
+  w->stackUnder(placeholder);
+  if (placeholder->focusPolicy() != Qt::NoFocus) QWidget::setTabOrder(placeholder, w);
+  inputs.remove(placeholder);
+  widgets[&c] = w;
+  delete placeholder;
+  return w;
+}
+
+void TicketWidget::Impl::materialiseShowing() {
+  std::vector<Control*> now;
+  for (const Control* c : pendingCalendars)
+    if (c->isShowing()) now.push_back(const_cast<Control*>(c));
+  for (Control* c : now) materialise(*c);
+}
+
+QWidget* TicketWidget::Impl::create(Control& c, QWidget* parent, bool calendarNow) {
   QWidget* w = nullptr;
   switch (c.kind()) {
     case ControlKind::Surface:
@@ -214,6 +241,11 @@ QWidget* TicketWidget::Impl::create(Control& c, QWidget* parent) {
       w = new SpinnerWidget(static_cast<UpDown&>(c), link, parent);
       break;
     case ControlKind::MonthView: {
+      if (!calendarNow && !c.isShowing()) {
+        pendingCalendars.insert(&c);
+        w = new QWidget(parent);
+        break;
+      }
       auto& cal = static_cast<MonthView&>(c);
       auto* calendar = new QCalendarWidget(parent);
       calendar->setVerticalHeaderFormat(QCalendarWidget::NoVerticalHeader);
@@ -407,9 +439,18 @@ void TicketWidget::Impl::show(Control& c, ControlProperty what) {
     ~Done() { --n; }
   } done{link.showing};
   const bool surface = w == &view;
+  if (pendingCalendars.count(&c)) {
+    if (c.isShowing()) {
+      w = materialise(c);
+    } else if (what == ControlProperty::Value || what == ControlProperty::DateRange ||
+               what == ControlProperty::Focus) {
+      return;  // the calendar takes its dates when it is built
+    }
+  }
   switch (what) {
     case ControlProperty::Visible:
       if (!surface) w->setVisible(c.Visible());
+      if (c.Visible() && !pendingCalendars.empty()) materialiseShowing();
       if (c.Visible() || c.kind() != ControlKind::Frame) refocus();
       break;
     case ControlProperty::Enabled:
@@ -508,7 +549,9 @@ QWidget* TicketWidget::widgetFor(const std::string& fullName) const {
   Control* c = d_->link.form->find(fullName);
   if (!c) return nullptr;
   auto it = d_->widgets.find(c);
-  return it == d_->widgets.end() ? nullptr : it->second;
+  if (it == d_->widgets.end()) return nullptr;
+  if (d_->pendingCalendars.count(c)) return d_->materialise(*c);
+  return it->second;
 }
 
 int TicketWidget::toPixels(double twips) const { return d_->px(twips); }

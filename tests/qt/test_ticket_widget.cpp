@@ -213,6 +213,27 @@ TEST_F(TicketWidgetTest, TheSpinnerStepsTheQuantityAndRestsAgain) {
   EXPECT_FALSE(view_->widgetFor("udSec")->isVisible());
 }
 
+TEST_F(TicketWidgetTest, TheCalendarIsBuiltWhenItFirstShowsOnItsDates) {
+  OpenBlankTicket();
+  Show();
+  // A blank ticket's calendar is not shown, and not built yet.
+  EXPECT_EQ(view_->findChild<QCalendarWidget*>(), nullptr);
+  probe().ValueClick();  // the picker opens: the calendar shows, built on the form's dates
+  auto* calendar = view_->findChild<QCalendarWidget*>();
+  ASSERT_NE(calendar, nullptr);
+  EXPECT_TRUE(calendar->isVisible());
+  EXPECT_EQ(calendar->objectName(), "calValueDate");
+  EXPECT_EQ(view_->widgetFor("calValueDate"), calendar);
+  EXPECT_EQ(calendar->selectedDate(), QDate(2002, 3, 5));
+  const QDate dayZero(1899, 12, 30);
+  EXPECT_EQ(calendar->minimumDate(),
+            dayZero.addDays(static_cast<qint64>(f().calValueDate.MinDate())));
+  EXPECT_EQ(calendar->geometry().topLeft(),
+            QPoint(view_->toPixels(f().calValueDate.Left()),
+                   view_->toPixels(f().calValueDate.Top())));
+  EXPECT_EQ(view_->findChildren<QCalendarWidget*>().size(), 1);
+}
+
 TEST_F(TicketWidgetTest, ADayClickedOrEnteredInTheCalendarReachesItsHandler) {
   OpenBlankTicket();
   Show();
