@@ -52,11 +52,14 @@ struct ViewPlatform {
 class PaintCounter : public QObject {
  public:
   long paints = 0;
+  long passes = 0;
   std::multiset<std::string> painted;
   bool eventFilter(QObject* watched, QEvent* event) override {
     if (event->type() == QEvent::Paint) {
       ++paints;
       painted.insert(watched->objectName().toStdString());
+    } else if (event->type() == QEvent::UpdateRequest) {
+      ++passes;  // one repaint of the window's dirty region
     }
     return QObject::eventFilter(watched, event);
   }
@@ -119,6 +122,7 @@ void BM_ViewTickRoad(benchmark::State& state) {
                  otherNames.c_str());
   }
   counter.paints = 0;
+  counter.passes = 0;
 
   MovingMarket market;
   for (auto _ : state) {
@@ -128,6 +132,8 @@ void BM_ViewTickRoad(benchmark::State& state) {
   }
   app.removeEventFilter(&counter);
   state.counters["paints"] = benchmark::Counter(static_cast<double>(counter.paints),
+                                                benchmark::Counter::kAvgIterations);
+  state.counters["passes"] = benchmark::Counter(static_cast<double>(counter.passes),
                                                 benchmark::Counter::kAvgIterations);
   state.counters["unchanged_painted"] = static_cast<double>(others);
   if (host.errors != 0) state.SkipWithError("the road reported an error");
