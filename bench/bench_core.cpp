@@ -153,19 +153,7 @@ BENCHMARK(BM_KeyStroke);
 void BM_InitialiseBlank(benchmark::State& state) {
   OneTicket t;
   const std::uint64_t allocations = Heap().allocations;
-  for (auto _ : state) {
-    Long tradeID = 0, orderID = 0, accountID = 1, instrumentID = QuickHost::kEurUsd;
-    double quantity = 0, price = 0, strike = 0;
-    Long primSec = 0, orderType = MARKET_ORDER, status = ORDER_BLANK, linkID = 0, action = 0;
-    Date duration = 0, marketTime = 0, valueDate = 0, expiry = 0;
-    Integer reason = 0;
-    Long counterparty = 0, dummyLive = 0, systemID = 0, ctrSystemID = 0, profileID = 0;
-    std::string freeFormat;
-    t.ticket->Initialise(tradeID, orderID, accountID, instrumentID, quantity, primSec, price,
-                         orderType, duration, marketTime, valueDate, status, linkID, action,
-                         reason, counterparty, dummyLive, freeFormat, systemID, ctrSystemID,
-                         profileID, strike, expiry);
-  }
+  for (auto _ : state) InitialiseBlank(*t.ticket);
   ReportAllocations(state, allocations);
   CheckNoErrors(state, t.host);
 }

@@ -142,7 +142,10 @@ void OpenBlankTicket(Clientticket& ticket, Long priceProfile, Long instrument) {
   ticket.setLanguage(1);
   ticket.setAccountType(0x0004 | 0x0400 | 0x0080 | 0x0002);
   ticket.setDealingGateway(42);
+  InitialiseBlank(ticket, instrument);
+}
 
+void InitialiseBlank(Clientticket& ticket, Long instrument) {
   Long tradeID = 0, orderID = 0, accountID = 1, instrumentID = instrument;
   double quantity = 0, price = 0, strike = 0;
   Long primSec = 0, orderType = MARKET_ORDER, status = ORDER_BLANK, linkID = 0, action = 0;

@@ -107,6 +107,9 @@ struct Platform {
 void OpenBlankTicket(Clientticket& ticket, Long priceProfile = -1,
                      Long instrument = QuickHost::kEurUsd);
 
+// Initialise with Status -1: a blank market order form for `instrument`.
+void InitialiseBlank(Clientticket& ticket, Long instrument = QuickHost::kEurUsd);
+
 // A market that moves: each tick a bid and an offer five pips above it, walking over 101
 // distinct prices so that no tick repeats one of the last hundred.
 class MovingMarket {

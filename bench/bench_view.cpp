@@ -179,7 +179,7 @@ void BM_ViewInitialiseBlank(benchmark::State& state) {
   ShownTicket t(platform, host);
   QApplication::processEvents();
   for (auto _ : state) {
-    OpenBlankTicket(*t.ticket);
+    InitialiseBlank(*t.ticket);
     QApplication::processEvents();
   }
   if (host.errors != 0) state.SkipWithError("the road reported an error");
