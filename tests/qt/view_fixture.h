@@ -26,8 +26,7 @@ class ViewTest : public TicketTest {
   // Account 1 "Main", a live user with every right, in the given language, and a blank
   // EUR/USD ticket for value 5-Mar-2002.
   void OpenBlankTicket(Integer language = 1) {
-    SetUpUser();
-    ticket_->setLanguage(language);
+    SetUpUser(kEveryRight, language);
     host_.connected = true;
     Msg m;
     m.InstrumentID = kEurUsd;
@@ -90,8 +89,7 @@ class ViewTest : public TicketTest {
   }
   void OpenTwoWayRequest(Integer language = 1) {
     NewTicket();
-    SetUpUser();
-    ticket_->setLanguage(language);
+    SetUpUser(kEveryRight, language);
     host_.connected = true;
     Msg m;
     m.OrderID = 55;
