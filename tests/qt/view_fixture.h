@@ -27,13 +27,7 @@ class ViewTest : public TicketTest {
   // EUR/USD ticket for value 5-Mar-2002.
   void OpenBlankTicket(Integer language = 1) {
     SetUpUser(kEveryRight, language);
-    host_.connected = true;
-    Msg m;
-    m.InstrumentID = kEurUsd;
-    m.AccountID = 1;
-    m.Status = -1;
-    m.ValueDate = 37320;
-    Initialise(m);
+    OpenBlankForValue();
   }
 
   // A fresh ticket printing through the Qt printer; the view of the old one goes first.
