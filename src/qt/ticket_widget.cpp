@@ -109,6 +109,9 @@ struct TicketWidget::Impl {
   void showDates(MonthView& cal, QCalendarWidget* w);
   void showFocus(Control& c, QWidget* w);
   void refocus();
+  int roomToTheRight(const QWidget* w, const QRect& design) const;
+
+  bool built = false;  // every widget exists: the room around a caption can be measured
 };
 
 // ---- Building ---------------------------------------------------------------------------
@@ -143,6 +146,10 @@ void TicketWidget::Impl::build() {
     auto it = widgets.find(f);
     if (it != widgets.end()) showFocus(*f, it->second);
   }
+  // With every neighbour in place, a caption too long for its control may take free room.
+  built = true;
+  for (auto& [control, w] : widgets)
+    if (w != &view) showFont(*const_cast<Control*>(control), w);
 }
 
 QWidget* TicketWidget::Impl::materialise(Control& c) {
@@ -343,30 +350,65 @@ void TicketWidget::Impl::showFont(Control& c, QWidget* w) {
   f.setBold(c.font.bold);
   f.setStrikeOut(c.FontStrikethru());
 
-  // A one-line caption that would still be cut is set narrower, then slightly smaller, never
-  // below four fifths of the design's size.
+  // A caption that would be cut first takes the free room to its right, where no neighbour
+  // stands (a translated option beside an empty stretch of its frame), if it is an option or a
+  // label that reads from the left on its container's colour. A one-line caption still too
+  // long is set narrower, then slightly smaller, never below
+  // four fifths of the design's size.
   QString text;
-  int room = 0;
+  int inset = 0;
+  bool widens = false;
   if (auto* label = qobject_cast<QLabel*>(w); label && !label->wordWrap()) {
     text = label->text();
-    room = w->width();
+    widens = (label->alignment() & Qt::AlignHorizontal_Mask) == Qt::AlignLeft && c.parent() &&
+             c.parent()->BackColor() == c.BackColor();
   } else if (auto* option = qobject_cast<QRadioButton*>(w)) {
     text = option->text();
-    room = w->width() - w->style()->pixelMetric(QStyle::PM_ExclusiveIndicatorWidth, nullptr, w) -
-           w->style()->pixelMetric(QStyle::PM_RadioButtonLabelSpacing, nullptr, w) - 2;
+    inset = w->style()->pixelMetric(QStyle::PM_ExclusiveIndicatorWidth, nullptr, w) +
+            w->style()->pixelMetric(QStyle::PM_RadioButtonLabelSpacing, nullptr, w) + 2;
+    widens = true;
   } else if (auto* button = qobject_cast<QPushButton*>(w)) {
     text = button->text();
-    room = w->width() - 8;
+    inset = 8;
   }
   text.remove(QLatin1Char('&'));
-  if (room > 0 && !text.isEmpty()) {
-    const auto fits = [&] { return QFontMetrics(f).horizontalAdvance(text) <= room; };
-    if (!fits()) f.setStretch(QFont::Condensed);
-    const double smallest = c.font.size * 0.8;
-    while (QFontMetrics(f).horizontalAdvance(text) > room && f.pointSizeF() - 0.25 >= smallest)
-      f.setPointSizeF(f.pointSizeF() - 0.25);
+  if (!text.isEmpty()) {
+    const auto advance = [&] { return QFontMetrics(f).horizontalAdvance(text); };
+    int width = w->width();
+    if (widens && built) {
+      const QRect design = rectOf(c);
+      width = design.width();
+      if (advance() > width - inset)
+        width = std::max(width, std::min(advance() + inset, roomToTheRight(w, design)));
+      if (width != w->width()) w->resize(width, w->height());
+    }
+    const int room = width - inset;
+    if (room > 0 && advance() > room) {
+      f.setStretch(QFont::Condensed);
+      const double smallest = c.font.size * 0.8;
+      while (advance() > room && f.pointSizeF() - 0.25 >= smallest)
+        f.setPointSizeF(f.pointSizeF() - 0.25);
+    }
   }
   if (w->font() != f) w->setFont(f);
+}
+
+int TicketWidget::Impl::roomToTheRight(const QWidget* w, const QRect& design) const {
+  const QWidget* parent = w->parentWidget();
+  if (!parent) return design.width();
+  int right = parent->width() - 4;  // short of the container's border
+  for (const QObject* o : parent->children()) {
+    const auto* s = qobject_cast<const QWidget*>(o);
+    if (!s || s == w || s->isWindow()) continue;
+    const QRect g = s->geometry();
+    if (g.bottom() < design.top() || g.top() > design.bottom()) continue;
+    if (g.left() <= design.left()) {
+      if (g.right() >= design.left()) return design.width();  // something already stands there
+      continue;
+    }
+    right = std::min(right, g.left() - 2);
+  }
+  return std::max(right - design.left(), design.width());
 }
 
 void TicketWidget::Impl::showCaption(Control& c, QWidget* w) {
@@ -498,6 +540,7 @@ void TicketWidget::Impl::show(Control& c, ControlProperty what) {
         view.resize(view.sizeHint());
       } else {
         w->setGeometry(rectOf(c));
+        showFont(c, w);  // the caption's room may have changed
       }
       break;
     case ControlProperty::Focus:

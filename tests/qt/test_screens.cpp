@@ -6,6 +6,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QRadioButton>
+#include <ostream>
 
 #include "qt/view_fixture.h"
 
@@ -16,6 +17,7 @@ struct Screen {
   const char* name;
   Integer language;
 };
+void PrintTo(const Screen& s, std::ostream* os) { *os << s.name; }
 
 // The captions a widget shows and cannot show whole: one line too wide for a button, an
 // option or a one-line label, or wrapped text taller than its label.

@@ -26,15 +26,8 @@ class ViewTest : public TicketTest {
   // Account 1 "Main", a live user with every right, in the given language, and a blank
   // EUR/USD ticket for value 5-Mar-2002.
   void OpenBlankTicket(Integer language = 1) {
-    SetUpUser();
-    ticket_->setLanguage(language);
-    host_.connected = true;
-    Msg m;
-    m.InstrumentID = kEurUsd;
-    m.AccountID = 1;
-    m.Status = -1;
-    m.ValueDate = 37320;
-    Initialise(m);
+    SetUpUser(kEveryRight, language);
+    OpenBlankForValue();
   }
 
   // A fresh ticket printing through the Qt printer; the view of the old one goes first.
@@ -90,8 +83,7 @@ class ViewTest : public TicketTest {
   }
   void OpenTwoWayRequest(Integer language = 1) {
     NewTicket();
-    SetUpUser();
-    ticket_->setLanguage(language);
+    SetUpUser(kEveryRight, language);
     host_.connected = true;
     Msg m;
     m.OrderID = 55;

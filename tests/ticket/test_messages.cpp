@@ -29,13 +29,7 @@ class MessagesTest : public TicketTest {
     ticket_ = std::make_unique<Clientticket>(services);
     ticket_->setHost(&host_);
     SetUpUser(0x0004 | 0x0080 | 0x0002);  // live
-    host_.connected = true;
-    Msg m;
-    m.InstrumentID = kEurUsd;
-    m.AccountID = 1;
-    m.Status = -1;
-    m.ValueDate = 37320;
-    Initialise(m);
+    OpenBlankForValue();
   }
   // Places a sell limit order at 1.2400 and confirms it: the ticket waits in 21.
   void SendSellLimit() {

@@ -13,13 +13,7 @@ class SubmissionTest : public TicketTest {
   void SetUp() override {
     SetUpUser();
     ticket_->setDealingGateway(42);
-    host_.connected = true;
-    Msg m;
-    m.InstrumentID = kEurUsd;
-    m.AccountID = 1;
-    m.Status = -1;
-    m.ValueDate = 37320;  // 05-Mar-2002
-    Initialise(m);
+    OpenBlankForValue();
     host_.events.clear();
   }
   Form& form() { return f().controls(); }

@@ -294,11 +294,25 @@ class TicketTest : public ::testing::Test {
 
   // The usual set-up of an order-entry test: account 1 "Main" (profile 0) loaded, English,
   // the given rights (every right and a live user by default).
-  void SetUpUser(Integer rights = 0x0004 | 0x0400 | 0x0080 | 0x0002) {
+  // The captions are translated once, by the first setting of the language: a user of another
+  // language is set up in it from the start.
+  // The host connected, and a blank EUR/USD ticket on account 1 for value 05-Mar-2002.
+  void OpenBlankForValue() {
+    host_.connected = true;
+    Msg m;
+    m.InstrumentID = kEurUsd;
+    m.AccountID = 1;
+    m.Status = -1;
+    m.ValueDate = 37320;
+    Initialise(m);
+  }
+
+  static constexpr Integer kEveryRight = 0x0004 | 0x0400 | 0x0080 | 0x0002;
+  void SetUpUser(Integer rights = kEveryRight, Integer language = 1) {
     Long id = 1, profile = 0;
     std::string name = "Main";
     ticket_->LoadAccount(id, name, profile);
-    ticket_->setLanguage(1);
+    ticket_->setLanguage(language);
     ticket_->setAccountType(rights);
   }
 
