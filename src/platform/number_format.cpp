@@ -383,7 +383,6 @@ Reading ReadLocaleNumber(std::string_view text, const Locale& locale, double& va
   return reading;
 }
 
-
 // The last few number texts read and written on this thread, each with everything its result
 // depends on: the text or the value and pattern, and the locale's two signs. A ticket's refresh
 // reads back the boxes it has just written and checks the same amounts several times over;
