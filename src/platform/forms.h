@@ -396,6 +396,9 @@ class Form {
   void keyStroke(TextBox& box, char32_t ch);
 
   MessageLoop& loop_;
+  // False once the form is destroyed. A handler may destroy the form (its owner closed inside
+  // a user's action): what runs after the handler looks here first and touches nothing.
+  std::shared_ptr<bool> alive_ = std::make_shared<bool>(true);
   std::vector<std::unique_ptr<Control>> owned_;
   std::vector<Control*> order_;
   std::map<std::string, Control*> byName_;
