@@ -30,7 +30,7 @@ void Clientticket::LoadAccount(Long& AccountID, std::string& AccountName, Long& 
   } catch (const ObjectDestroyed&) {
     entry.ended();
   } catch (...) {
-    Report(CurrentError(), "LoadAccount", false);
+    entry.report([&] { Report(CurrentError(), "LoadAccount", false); });
   }
 }
 
@@ -83,7 +83,7 @@ Variant Clientticket::ReceivedEquity(Long& Account, double& Equity, double& Trad
   } catch (const ObjectDestroyed&) {
     entry.ended();
   } catch (...) {
-    Report(CurrentError(), "ReceivedEquity", false);
+    entry.report([&] { Report(CurrentError(), "ReceivedEquity", false); });
   }
   return {};
 }

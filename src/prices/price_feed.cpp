@@ -35,7 +35,7 @@ void Clientticket::PriceGeneric(Long& InstrumentID, Long& CounterpartyID, double
   } catch (const ObjectDestroyed&) {
     entry.ended();
   } catch (...) {
-    Report(CurrentError(), "PriceGeneric", false);
+    entry.report([&] { Report(CurrentError(), "PriceGeneric", false); });
   }
 }
 

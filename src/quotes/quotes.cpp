@@ -97,7 +97,7 @@ Variant Clientticket::OrderGenericQuote(Long& FromID, Long& OrderID, Long& Accou
   } catch (const ObjectDestroyed&) {
     entry.ended();
   } catch (...) {
-    Report(CurrentError(), "OrderGenericQuote", false);
+    entry.report([&] { Report(CurrentError(), "OrderGenericQuote", false); });
   }
   return {};
 }

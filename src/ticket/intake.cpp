@@ -172,7 +172,7 @@ Variant Clientticket::Initialise(Long& TradeID, Long& OrderID, Long& AccountID,
     entry.ended();
     return {};
   } catch (...) {
-    Report(CurrentError(), "Initialise", false);
+    if (!entry.report([&] { Report(CurrentError(), "Initialise", false); })) return {};
   }
   ResumeNext([&] { fraHide.setVisible(false); });
   return {};

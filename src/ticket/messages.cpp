@@ -135,7 +135,7 @@ Variant Clientticket::GuaranteedMsgAck(Long& FromID, Integer& GID, Boolean& Succ
   } catch (const ObjectDestroyed&) {
     entry.ended();
   } catch (...) {
-    Report(CurrentError(), "MessageAck", false);
+    entry.report([&] { Report(CurrentError(), "MessageAck", false); });
   }
   return {};
 }

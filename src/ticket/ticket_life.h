@@ -45,6 +45,20 @@ class TicketEntry {
     if (fromTicket_) throw;
   }
 
+  // Runs a stop-and-report procedure's report, from its catch block. The host's ErrorMsg
+  // handler may destroy the ticket: then the answer is false and the caller returns at once
+  // (or, where the ticket entered itself, the unwinding goes on).
+  template <typename Report>
+  bool report(Report&& report) const {
+    try {
+      report();
+      return true;
+    } catch (const ObjectDestroyed&) {
+      ended();
+      return false;
+    }
+  }
+
  private:
   std::shared_ptr<TicketLife> life_;
   bool fromTicket_;

@@ -54,7 +54,7 @@ Boolean Clientticket::Valid_Value_Date(Long& lInstID, Date& dtValue) {
   } catch (const ObjectDestroyed&) {
     entry.ended();
   } catch (...) {
-    Report(CurrentError(), "Valid_Value_Date", true);
+    entry.report([&] { Report(CurrentError(), "Valid_Value_Date", true); });
   }
   return false;
 }
@@ -111,7 +111,7 @@ Date Clientticket::Get_Settlement_Day(Date& dTradeDate, Date& dtForward, Long& l
     entry.ended();
     return 0;
   } catch (...) {
-    Report(CurrentError(), "Get_Settlement_Day", true);
+    if (!entry.report([&] { Report(CurrentError(), "Get_Settlement_Day", true); })) return 0;
   }
   Date result = 0;
   ResumeNext([&] { result = DateOnly(w); });

@@ -301,6 +301,17 @@ TEST_F(ReentrancyTest, DestroyedInsideNestedEntries) {
   EXPECT_EQ(ticket_, nullptr);
   EXPECT_EQ(host_.count("ErrorMsg"), 0);
   EXPECT_EQ(host_.count("RequestEquity"), 1);
+
+  // An error report whose handler destroys the ticket: Initialise's last duty is skipped.
+  SetUpTicket();
+  host_.inside["ErrorMsg"] = [this] { ticket_.reset(); };
+  Msg bad;
+  bad.InstrumentID = kEurUsd;
+  bad.Status = ORDER_ACTIVE;
+  bad.OrderType = 8;  // no button for it: the intake fails half way
+  Initialise(bad);
+  EXPECT_EQ(ticket_, nullptr);
+  EXPECT_EQ(host_.count("ErrorMsg"), 1);
 }
 
 TEST_F(ReentrancyTest, DestroyedWhileTheUserTypes) {
