@@ -9,6 +9,7 @@ packages=(
   libquantlib0-dev
   googletest libgtest-dev libgmock-dev libbenchmark-dev
   locales
+  clang-14 libclang-rt-14-dev
 )
 
 sudo=""
