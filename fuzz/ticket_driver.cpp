@@ -108,7 +108,10 @@ class TicketDriver::Impl : public ClientticketEvents {
     event("ErrorMsg");
     ++stats.errorReports;
     if (!ReportingProcedures().count(name)) Broken("ErrorMsg names \"" + name + "\"");
-    (void)num, (void)text;
+    if (Tracing())
+      std::fprintf(stderr, "%*s  %s: %d %s\n", 2 * nesting_ + 2, "", name.c_str(),
+                   static_cast<int>(num), text.c_str());
+    reported_ = true;
     answerInside();
   }
   void GetReason(Integer, std::string& desc) override {
@@ -309,7 +312,8 @@ class TicketDriver::Impl : public ClientticketEvents {
   Integer nextGid_ = 1;
   int nesting_ = 0;
   bool reentered_ = false;
-  bool looseClock_ = false;  // Timer1 left running without a panel by a re-entered step
+  bool looseClock_ = false;
+  bool reported_ = false;  // an ErrorMsg in this step: a procedure stopped part way  // Timer1 left running without a panel by a re-entered step
   bool dying_ = false;
   int connectedAnswer_ = 0;  // 0 none yet in this step, else 1 + the first answer
   std::uint64_t orderEvents_ = 0;
@@ -846,13 +850,17 @@ void TicketDriver::Impl::checkPromises(const char* what) {
   // inside Initialise after it stopped the clock and before it hid the quote panel (inside an
   // event raised by the option, side or amount handlers) can take a quote there; the quote
   // starts the clock and Initialise then hides its panel, so the clock runs on with no panel
-  // until its next tick or the next Initialise stops it. That is the intake as written, not a
-  // fault, so a loose clock is allowed when the host re-entered in the step that left it.
+  // until its next tick or the next Initialise stops it. Likewise a quote whose figures
+  // overflow (the host sends anything) stops with an error after Enable(False) has hidden the
+  // statement and before its own panel shows, and the statement's clock runs on; a
+  // stop-and-report procedure keeps what it did so far. Neither is a fault, so a loose clock is
+  // allowed when the step that left it re-entered or reported an error; it ends with the
+  // clock's next tick.
   const bool loose =
       loop_.isRunning(f.Timer1) && !f.fraConf.Visible() && !f.fraQuote.Visible();
   if (!loose) {
     looseClock_ = false;
-  } else if (reentered_) {
+  } else if (reentered_ || reported_) {
     looseClock_ = true;
   } else if (!looseClock_) {
     Broken(std::string("Timer1 runs with neither the statement nor the quote up after ") + what +
@@ -881,6 +889,7 @@ void TicketDriver::Impl::step() {
   if (!ticket_) return;
   ++stats.steps;
   reentered_ = false;
+  reported_ = false;
   connectedAnswer_ = 0;
   const std::uint64_t yieldsBefore = loop_.yieldCount();
   const char* what = "a step";
