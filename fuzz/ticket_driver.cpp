@@ -68,6 +68,30 @@ bool Tracing() {
   return on;
 }
 
+// The plain-store properties: only the host's own setting changes them.
+struct Stored {
+  std::string companyName;
+  Long ctrPty = 0, gateway = 0, group = 0;
+  Boolean encrypt = false;
+  double minSize = 0, maxSize = 0, dayEnd = 0;
+
+  static Stored Of(const Clientticket& t) {
+    Stored s;
+    s.companyName = t.getCompanyName();
+    s.ctrPty = t.getCompanyCtrPty(), s.gateway = t.getDealingGateway();
+    s.group = t.getPriceRequestGroup(), s.encrypt = t.getEncrypt();
+    s.minSize = t.getMinOrderSize(), s.maxSize = t.getMaxOrderSize();
+    s.dayEnd = t.getTradingDayEnd();
+    return s;
+  }
+  bool operator==(const Stored& o) const {
+    auto same = [](double a, double b) { return std::memcmp(&a, &b, sizeof a) == 0; };
+    return companyName == o.companyName && ctrPty == o.ctrPty && gateway == o.gateway &&
+           group == o.group && encrypt == o.encrypt && same(minSize, o.minSize) &&
+           same(maxSize, o.maxSize) && same(dayEnd, o.dayEnd);
+  }
+};
+
 [[noreturn]] void Broken(const std::string& promise) {
   std::fprintf(stderr, "ticket driver: broken promise: %s\n", promise.c_str());
   std::fflush(stderr);
@@ -313,7 +337,10 @@ class TicketDriver::Impl : public ClientticketEvents {
   int nesting_ = 0;
   bool reentered_ = false;
   bool looseClock_ = false;
-  bool reported_ = false;  // an ErrorMsg in this step: a procedure stopped part way  // Timer1 left running without a panel by a re-entered step
+  bool reported_ = false;
+  bool propertySet_ = false;  // the host set a property in this step
+  Stored stored_;             // the properties before the step
+  Long accountsListed_ = 0;   // entries of cmbAccount: loaded accounts are never lost  // an ErrorMsg in this step: a procedure stopped part way  // Timer1 left running without a panel by a re-entered step
   bool dying_ = false;
   int connectedAnswer_ = 0;  // 0 none yet in this step, else 1 + the first answer
   std::uint64_t orderEvents_ = 0;
@@ -364,6 +391,8 @@ void TicketDriver::Impl::newTicket() {
   reentered_ = false;
   connectedMode_ = 0;
   guarded("the opening of a ticket", [&] { openScenario(scenario); });
+  propertySet_ = true;
+  accountsListed_ = 0;
   if (ticket_) checkPromises("the opening of a ticket");
 }
 
@@ -729,6 +758,7 @@ void TicketDriver::Impl::hostCall() {
     case 11: t.setLanguage(static_cast<Integer>(c_.byte() < 200 ? c_.pick(3) : c_.u16())); break;
     case 12: t.setAccountType(static_cast<Integer>(c_.u16())); break;
     case 13:
+      propertySet_ = true;
       switch (c_.pick(8)) {
         case 0: t.setMinOrderSize(number()); break;
         case 1: t.setMaxOrderSize(number()); break;
@@ -846,6 +876,12 @@ void TicketDriver::Impl::userAction() {
 void TicketDriver::Impl::checkPromises(const char* what) {
   const TicketForm& f = ticket_->form();
   if (f.fraHide.Visible()) Broken(std::string("fraHide left visible after ") + what);
+  // What the ticket holds for the host is kept: messages, clicks and errors leave the stored
+  // properties and the loaded accounts alone.
+  if (!propertySet_ && !(Stored::Of(*ticket_) == stored_))
+    Broken(std::string("a stored property changed in ") + what);
+  if (f.cmbAccount.ListCount() < accountsListed_)
+    Broken(std::string("a loaded account was lost in ") + what);
   // Timer1 runs only while the statement or the quote panel shows. Narrowed: a host call made
   // inside Initialise after it stopped the clock and before it hid the quote panel (inside an
   // event raised by the option, side or amount handlers) can take a quote there; the quote
@@ -890,6 +926,9 @@ void TicketDriver::Impl::step() {
   ++stats.steps;
   reentered_ = false;
   reported_ = false;
+  propertySet_ = false;
+  stored_ = Stored::Of(*ticket_);
+  accountsListed_ = ticket_->form().cmbAccount.ListCount();
   connectedAnswer_ = 0;
   const std::uint64_t yieldsBefore = loop_.yieldCount();
   const char* what = "a step";
