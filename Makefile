@@ -37,7 +37,7 @@ fuzz: fuzz-build
 
 # The long run: a million random steps against ticket after ticket, memory bounded. Not in CI.
 soak: fuzz-build
-	./build/fuzz/quillon-soak $(SOAK_STEPS)
+	./build/fuzz/fuzz/quillon-soak $(SOAK_STEPS)
 
 # Everything CI runs: the tests plain and under AddressSanitizer and UBSan, and the fuzzers.
 check: test test-sanitize fuzz
