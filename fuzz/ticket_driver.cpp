@@ -210,29 +210,20 @@ class TicketDriver::Impl : public ClientticketEvents {
   void VtOrderGenericNew(Long, Long, Long, Long, double, Long, double, Long, Date, Date, Date,
                          Long, Long, Integer, Integer, Long, Boolean, Long, std::string, Long,
                          Integer, Long, Long, Integer) override {
-    event("VtOrderGenericNew");
-    ++orderEvents_;
-    ++stats.orderEvents;
-    answerOrder();
+    orderEvent("VtOrderGenericNew");
   }
   void VtOrderGenericArray(Long&, Variant& OrderID, Variant&, Variant&, Variant&, Variant&,
                            Variant&, Variant&, Variant&, Variant&, Variant&, Variant&, Variant&,
                            Variant&, Variant&, Variant&, Variant&, Variant&, Variant&, Variant&,
                            Long&, Boolean&, Integer&, Integer&) override {
-    event("VtOrderGenericArray");
-    ++orderEvents_;
-    ++stats.orderEvents;
     if (!OrderID.isArray() || OrderID.array().elements.size() != 2)
       Broken("an OCO pair does not go out as two legs");
-    answerOrder();
+    orderEvent("VtOrderGenericArray");
   }
   void VtTradeGenericNew(Long, Long, Long, Long, double, Long, double, Integer, Date, Date,
                          Integer, Integer, Long, Long, Long, Boolean, Long, std::string, Long,
                          Integer, Long, Long, Integer) override {
-    event("VtTradeGenericNew");
-    ++orderEvents_;
-    ++stats.orderEvents;
-    answerOrder();
+    orderEvent("VtTradeGenericNew");
   }
   void VtPriceGenericRequest(Long, Long, Long) override {
     event("VtPriceGenericRequest");
@@ -314,6 +305,13 @@ class TicketDriver::Impl : public ClientticketEvents {
   }
   void answerInside();
   void answerOrder();
+  // An order going out: counted, then perhaps answered from inside the event.
+  void orderEvent(const char* name) {
+    event(name);
+    ++orderEvents_;
+    ++stats.orderEvents;
+    answerOrder();
+  }
   void destroyInside();
   template <typename Call>
   void guarded(const char* what, Call&& call) {
