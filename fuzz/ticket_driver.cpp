@@ -132,6 +132,12 @@ class TicketDriver::Impl : public ClientticketEvents {
     event("ErrorMsg");
     ++stats.errorReports;
     if (!ReportingProcedures().count(name)) Broken("ErrorMsg names \"" + name + "\"");
+    // Only the price texts and the value-date procedures send the error's text along.
+    static const std::set<std::string> withText = {
+        "Single_Price_As_String", "Spread_Price_As_String", "Valid_Value_Date",
+        "Find_New_Inst", "Get_Settlement_Day", "Get_Inst_Family"};
+    if (!withText.count(name) && !text.empty())
+      Broken("ErrorMsg from " + name + " carries a text: " + text);
     if (Tracing())
       std::fprintf(stderr, "%*s  %s: %d %s\n", 2 * nesting_ + 2, "", name.c_str(),
                    static_cast<int>(num), text.c_str());
