@@ -79,6 +79,7 @@ int main(int argc, char** argv) {
   std::printf("tickets %llu, destroyed by the host inside a call %llu\n",
               static_cast<unsigned long long>(s.tickets),
               static_cast<unsigned long long>(s.destroyedInside));
+  std::printf("failing host handlers %llu\n", static_cast<unsigned long long>(s.hostFailures));
   std::printf("calls back into the ticket %llu, order events %llu, error reports %llu\n",
               static_cast<unsigned long long>(s.reentries),
               static_cast<unsigned long long>(s.orderEvents),

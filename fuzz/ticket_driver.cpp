@@ -13,6 +13,7 @@
 #include <functional>
 #include <map>
 #include <set>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -577,6 +578,10 @@ void TicketDriver::Impl::answerInside() {
     destroyInside();
   } else if (b >= 246) {
     reenter([&] { hostCall(); });
+  } else if (b == 245 && c_.byte() < 64) {
+    // A host whose handler fails: its exception goes into the ticket, which must absorb it.
+    ++stats.hostFailures;
+    throw std::runtime_error("the host's handler failed");
   }
 }
 

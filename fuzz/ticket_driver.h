@@ -59,6 +59,7 @@ struct DriverStats {
   std::uint64_t tickets = 0;         // tickets created
   std::uint64_t destroyedInside = 0; // destroyed by the host while the ticket ran
   std::uint64_t reentries = 0;       // host calls made inside an event or a yield
+  std::uint64_t hostFailures = 0;    // exceptions thrown by the host's event handlers
   std::uint64_t orderEvents = 0;
   std::uint64_t errorReports = 0;
   // Steps that ended with the ticket in each state: blank, statement up, sent (21), active,
