@@ -2,6 +2,9 @@
 // the message loop, and a host that closes and destroys the ticket while the ticket is still
 // running: inside an event, a yield, a timer tick, or a user's typing.
 
+#include <functional>
+#include <stdexcept>
+
 #include "ticket/ticket_fixture.h"
 
 namespace quillon {
@@ -226,6 +229,38 @@ TEST_F(ReentrancyTest, RequoteFromAYieldInsideTheQuotePrice) {
   EXPECT_EQ(m().Status, ORDER_CANCELLED_INTERNAL);
   loop_.advance(60000);
   EXPECT_EQ(host_.count("VtOrderGenericNew"), 1);
+}
+
+TEST_F(ReentrancyTest, HostHandlersThatThrowAreAbsorbed) {
+  // A failing handler of a question inside a resume-next statement has no effect.
+  host_.inside["VtOrderGenericNew"] = [] { throw std::runtime_error("transport down"); };
+  EXPECT_NO_THROW(PlaceMarketOrder());
+  EXPECT_EQ(host_.count("VtOrderGenericNew"), 1);
+  EXPECT_EQ(m().Status, ORDER_ACTIVE_INTERNAL);
+  EXPECT_EQ(host_.names().back(), "ResizeTicket");
+  EXPECT_EQ(host_.count("ErrorMsg"), 0);
+
+  // Inside a stop-and-report procedure it ends the procedure with an automation error, and
+  // Initialise still takes its mask down. (The account's click handler asks first, inside a
+  // resume-next statement: that failure has no effect.)
+  host_.events.clear();
+  std::function<void()> fail = [&] {
+    host_.inside["RequestEquity"] = fail;
+    throw 42;
+  };
+  host_.inside["RequestEquity"] = fail;
+  Msg blank;
+  blank.InstrumentID = kEurUsd;
+  blank.AccountID = 1;
+  blank.Status = -1;
+  EXPECT_NO_THROW(Initialise(blank));
+  ASSERT_EQ(host_.count("ErrorMsg"), 1);
+  EXPECT_EQ(host_.last("ErrorMsg")->args,
+            (std::vector<std::string>{std::to_string(kAutomationError), "", "Initialise"}));
+  EXPECT_EQ(host_.count("RequestEquity"), 2);
+  EXPECT_FALSE(f().fraHide.Visible());
+  EXPECT_EQ(m().Status, ORDER_BLANK);
+  host_.inside.clear();
 }
 
 // --- A host that destroys the ticket while the ticket is running ---
