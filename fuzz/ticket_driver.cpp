@@ -895,12 +895,12 @@ void TicketDriver::Impl::checkPromises(const char* what) {
   // inside Initialise after it stopped the clock and before it hid the quote panel (inside an
   // event raised by the option, side or amount handlers) can take a quote there; the quote
   // starts the clock and Initialise then hides its panel, so the clock runs on with no panel
-  // until its next tick or the next Initialise stops it. Likewise a quote whose figures
-  // overflow (the host sends anything) stops with an error after Enable(False) has hidden the
-  // statement and before its own panel shows, and the statement's clock runs on; a
-  // stop-and-report procedure keeps what it did so far. Neither is a fault, so a loose clock is
-  // allowed when the step that left it re-entered or reported an error; it ends with the
-  // clock's next tick.
+  // until its next tick on a blank form, the end of the quote's countdown or the next
+  // Initialise stops it. Likewise a quote whose figures overflow (the host sends anything)
+  // stops with an error after Enable(False) has hidden the statement and before its own panel
+  // shows, and the statement's clock runs on; a stop-and-report procedure keeps what it did so
+  // far. Neither is a fault, so a loose clock is allowed when the step that left it re-entered
+  // or reported an error.
   const bool loose =
       loop_.isRunning(f.Timer1) && !f.fraConf.Visible() && !f.fraQuote.Visible();
   if (!loose) {
