@@ -4,7 +4,7 @@
 PRESET ?= default
 JOBS ?= $(shell nproc)
 
-.PHONY: deps build demo script-demo test test-sanitize check bench clean
+.PHONY: deps build demo script-demo test test-sanitize fuzz-build fuzz soak check bench clean
 
 deps:
 	./scripts/install-deps.sh
@@ -29,8 +29,24 @@ test: build
 test-sanitize:
 	$(MAKE) test PRESET=sanitize
 
-# Everything CI runs: the tests plain and under AddressSanitizer and UBSan.
-check: test test-sanitize
+# The fuzz targets and the soak, built with clang under AddressSanitizer and UBSan.
+FUZZ_SECONDS ?= 60
+SOAK_STEPS ?= 1000000
+
+fuzz-build: deps
+	cmake --preset fuzz
+	cmake --build --preset fuzz -j $(JOBS)
+
+# Each fuzz target for FUZZ_SECONDS, then a short soak (a few seconds).
+fuzz: fuzz-build
+	./scripts/run-fuzz.sh $(FUZZ_SECONDS) 20000
+
+# The long run: a million random steps against ticket after ticket, memory bounded. Not in CI.
+soak: fuzz-build
+	./build/fuzz/fuzz/quillon-soak $(SOAK_STEPS)
+
+# Everything CI runs: the tests plain and under AddressSanitizer and UBSan, and the fuzzers.
+check: test test-sanitize fuzz
 
 # The benchmarks of the hot roads: medians of BENCH_REPS runs, then a table of each road against
 # its floor and its target. The raw figures go to build/bench.json. Never part of test or check.

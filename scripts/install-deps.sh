@@ -13,6 +13,8 @@ packages=(
   # libqt6gui6; the DejaVu fonts (with the condensed face the view prefers) serve offscreen
   # screenshots, and poppler-utils' pdftotext lets the tests read a printed confirmation back.
   qt6-base-dev libqt6gui6 fonts-dejavu-core fonts-dejavu-extra poppler-utils
+  # The fuzz targets: clang with libFuzzer and its sanitizer runtimes.
+  clang-14 libclang-rt-14-dev
 )
 
 sudo=""

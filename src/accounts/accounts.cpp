@@ -8,6 +8,7 @@
 namespace quillon {
 
 void Clientticket::LoadAccount(Long& AccountID, std::string& AccountName, Long& PriceProfile) {
+  const TicketEntry entry(life_);
   try {
     // The upper bound is a 16-bit count: past 32767 accounts the call overflows.
     const Integer upper = CInt(static_cast<double>(Accounts.size()) - 1);
@@ -26,8 +27,10 @@ void Clientticket::LoadAccount(Long& AccountID, std::string& AccountName, Long& 
     const Long newIndex = cmbAccount.ListCount() - 1;
     cmbAccount.setItemData(newIndex, AccountID);
     if (AccountID == TicketMembers::AccountID) cmbAccount.setListIndex(newIndex);
+  } catch (const ObjectDestroyed&) {
+    entry.ended();
   } catch (...) {
-    Report(CurrentError(), "LoadAccount", false);
+    entry.report([&] { Report(CurrentError(), "LoadAccount", false); });
   }
 }
 
@@ -58,11 +61,12 @@ void Clientticket::cmbAccount_Click() {
   }
   AccountID = id;
   Long allInstruments = -1;
-  ResumeNext([&] { host().RequestEquity(AccountID, allInstruments); });
+  ResumeNext([&] { raise(&ClientticketEvents::RequestEquity, AccountID, allInstruments); });
   ResumeNext([&] { cmdOKCancel(0).setEnabled(Check_Order()); });
 }
 
 Variant Clientticket::ReceivedEquity(Long& Account, double& Equity, double& TradingLimit) {
+  const TicketEntry entry(life_);
   try {
     if (!fraTradeConf.Visible()) {
       if (Account != AccountID) return {};
@@ -76,8 +80,10 @@ Variant Clientticket::ReceivedEquity(Long& Account, double& Equity, double& Trad
                               "Unless stated otherwise, " + kCompanyNameLong +
                               " acts as a principal in all trades.");
     }
+  } catch (const ObjectDestroyed&) {
+    entry.ended();
   } catch (...) {
-    Report(CurrentError(), "ReceivedEquity", false);
+    entry.report([&] { Report(CurrentError(), "ReceivedEquity", false); });
   }
   return {};
 }

@@ -22,27 +22,32 @@ std::string Clientticket::LoadResString(double n) {
 }
 
 void Clientticket::setLanguage(Integer value) {
-  ResumeNext([&] { Language = value; });
-  // Every caption that reads as a number is a string number. The walk translates once: after
-  // it the captions hold words, so a second setting leaves them as they are.
-  for (Control* control : controls().controls()) {
-    if (control->kind() == ControlKind::Surface) continue;
-    switch (control->kind()) {
-      case ControlKind::Frame:
-      case ControlKind::OptionButton:
-      case ControlKind::CommandButton:
-      case ControlKind::Label:
-        ResumeNext([&] {
-          const std::string& caption = control->Caption();
-          if (IsNumericText(caption, locale())) {
-            control->setCaption(LoadResString(ReadNumericText(caption, locale())));
-          }
-        });
-        break;
-      default:
-        break;
+  const TicketEntry entry(life_);
+  try {
+    ResumeNext([&] { Language = value; });
+    // Every caption that reads as a number is a string number. The walk translates once:
+    // after it the captions hold words, so a second setting leaves them as they are.
+    for (Control* control : controls().controls()) {
+      if (control->kind() == ControlKind::Surface) continue;
+      switch (control->kind()) {
+        case ControlKind::Frame:
+        case ControlKind::OptionButton:
+        case ControlKind::CommandButton:
+        case ControlKind::Label:
+          ResumeNext([&] {
+            const std::string& caption = control->Caption();
+            if (IsNumericText(caption, locale())) {
+              control->setCaption(LoadResString(ReadNumericText(caption, locale())));
+            }
+          });
+          break;
+        default:
+          break;
+      }
+      ResumeNext([&] { yield(); });
     }
-    ResumeNext([&] { yield(); });
+  } catch (const ObjectDestroyed&) {
+    entry.ended();
   }
 }
 

@@ -425,6 +425,7 @@ Line::Line(Form& form, std::string name, int index)
 Form::Form(MessageLoop& loop) : loop_(loop) {}
 
 Form::~Form() {
+  *alive_ = false;
   observers_.clear();
   focused_ = nullptr;
   while (!order_.empty()) {  // contents before their containers
@@ -472,10 +473,16 @@ void Form::moveFocus(Control* to) {
   if (focusDepth_ >= kMaxFocusDepth) return;
   struct Depth {
     int& d;
-    explicit Depth(int& depth) : d(depth) { ++d; }
-    ~Depth() { --d; }
-  } depth(focusDepth_);
+    std::shared_ptr<bool> alive;
+    Depth(int& depth, std::shared_ptr<bool> formAlive) : d(depth), alive(std::move(formAlive)) {
+      ++d;
+    }
+    ~Depth() {
+      if (*alive) --d;
+    }
+  } depth(focusDepth_, alive_);
   if (from && from->onLostFocus) from->onLostFocus();
+  if (!*depth.alive) return;
   // A lost-focus handler that moved the focus elsewhere has the last word.
   if (to && focused_ == to && to->onGotFocus) to->onGotFocus();
 }
@@ -527,10 +534,12 @@ bool Form::userKey(TextBox& box, Integer keyAscii) {
 
 bool Form::userType(TextBox& box, const std::string& text) {
   if (InputRefusal(box)) return false;
+  const std::shared_ptr<bool> alive = alive_;
   std::size_t i = 0;
   while (i < text.size()) {
-    // A handler may hide or disable the box part way: the rest of the keys go nowhere.
-    if (InputRefusal(box)) break;
+    // A handler may hide or disable the box part way, or destroy the form: the rest of the
+    // keys go nowhere.
+    if (!*alive || InputRefusal(box)) break;
     keyStroke(box, NextCodePoint(text, i));
   }
   return true;
@@ -539,7 +548,11 @@ bool Form::userType(TextBox& box, const std::string& text) {
 void Form::keyStroke(TextBox& box, char32_t ch) {
   const Integer sent = KeyCodeOf(ch);
   Integer key = sent;
-  if (box.onKeyPress) box.onKeyPress(key);
+  if (box.onKeyPress) {
+    const std::shared_ptr<bool> alive = alive_;
+    box.onKeyPress(key);
+    if (!*alive) return;
+  }
   if (key == 0 || box.Locked()) return;
   if (key != sent) ch = static_cast<std::uint16_t>(key);
 
@@ -595,8 +608,9 @@ bool Form::userPaste(TextBox& box, const std::string& text) {
 
 bool Form::userSpin(UpDown& spinner, bool up) {
   if (InputRefusal(spinner)) return false;
+  const std::shared_ptr<bool> alive = alive_;
   spinner.setValue(up ? 1 : -1);
-  if (spinner.onMouseUp) spinner.onMouseUp();
+  if (*alive && spinner.onMouseUp) spinner.onMouseUp();
   return true;
 }
 

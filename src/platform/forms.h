@@ -398,6 +398,9 @@ class Form {
   void keyStroke(TextBox& box, char32_t ch);
 
   MessageLoop& loop_;
+  // False once the form is destroyed. A handler may destroy the form (its owner closed inside
+  // a user's action): what runs after the handler looks here first and touches nothing.
+  std::shared_ptr<bool> alive_ = std::make_shared<bool>(true);
   std::vector<Control*> order_;  // owned; destroyed last to first, contents before containers
   Control* focused_ = nullptr;
   int focusDepth_ = 0;  // nesting of focus moves made by focus handlers

@@ -54,13 +54,15 @@ void Raise(Long number, std::string description) {
   throw RuntimeError(number, std::move(description));
 }
 
-RuntimeError CurrentError() noexcept {
+RuntimeError CurrentError() {
   const std::exception_ptr current = std::current_exception();
   if (!current) return RuntimeError(kAutomationError);
   try {
     std::rethrow_exception(current);
   } catch (const RuntimeError& e) {
     return e;
+  } catch (const ObjectDestroyed&) {
+    throw;
   } catch (...) {
     // Whatever else was thrown (a host's exception, the standard library's) came from outside
     // the ticket's own operations.

@@ -41,16 +41,24 @@ class RuntimeError : public std::exception {
 [[noreturn]] void Raise(Long number);
 [[noreturn]] void Raise(Long number, std::string description);
 
+// Not a failure: thrown when the object whose procedure is running was destroyed by the code
+// it called out to (a host that deletes its ticket inside an event or a yield). It unwinds the
+// procedures to the frame where the object was entered from outside, touching nothing of the
+// object on the way: resume-next and stop-and-report let it through.
+struct ObjectDestroyed {};
+
 // Turns whatever was thrown into a RuntimeError: a RuntimeError as it is, any other
 // exception (for instance from a host's event handler) as an automation error. Meant for a
-// catch block; outside one it gives an automation error.
-RuntimeError CurrentError() noexcept;
+// catch block; outside one it gives an automation error. An ObjectDestroyed is thrown on.
+RuntimeError CurrentError();
 
 // Resume-next: runs one statement; if it fails, the failure has no effect and no report.
 template <typename Statement>
-inline void ResumeNext(Statement&& statement) noexcept {
+inline void ResumeNext(Statement&& statement) {
   try {
     statement();
+  } catch (const ObjectDestroyed&) {
+    throw;
   } catch (...) {
   }
 }

@@ -8,6 +8,7 @@ void Clientticket::PriceGeneric(Long& InstrumentID, Long& CounterpartyID, double
                                 double& Offer, Long& PriceType, Long& SourceID,
                                 Date& PriceTime) {
   (void)CounterpartyID, (void)PriceTime;  // never read
+  const TicketEntry entry(life_);
   try {
     // Only a blank form that is not showing its order statement follows the market.
     if (PriceType != PRICE_TRADED) return;
@@ -31,8 +32,10 @@ void Clientticket::PriceGeneric(Long& InstrumentID, Long& CounterpartyID, double
     Check_Price(false);
     Update_Quantities();
     Check_Order();
+  } catch (const ObjectDestroyed&) {
+    entry.ended();
   } catch (...) {
-    Report(CurrentError(), "PriceGeneric", false);
+    entry.report([&] { Report(CurrentError(), "PriceGeneric", false); });
   }
 }
 

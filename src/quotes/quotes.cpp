@@ -30,6 +30,7 @@ Variant Clientticket::OrderGenericQuote(Long& FromID, Long& OrderID, Long& Accou
   (void)ValueDate, (void)Status, (void)DummyLive, (void)FreeFormat, (void)SystemID;
   (void)Encrypt, (void)Strike, (void)Expiry;
   TicketMembers& t = *this;
+  const TicketEntry entry(life_);
   try {
     if (OrderID != t.OrderID) return {};
     t.Quantity = Quantity;
@@ -93,8 +94,10 @@ Variant Clientticket::OrderGenericQuote(Long& FromID, Long& OrderID, Long& Accou
     }
     fraQuote.setVisible(true);
     if (cmdQuote(1).Enabled()) cmdQuote(1).SetFocus();
+  } catch (const ObjectDestroyed&) {
+    entry.ended();
   } catch (...) {
-    Report(CurrentError(), "OrderGenericQuote", false);
+    entry.report([&] { Report(CurrentError(), "OrderGenericQuote", false); });
   }
   return {};
 }
@@ -113,11 +116,10 @@ void Clientticket::Quote_Tick() {
     if (!connected) return;
     // The expiry is not guaranteed: it draws no number.
     ResumeNext([&] {
-      host().VtOrderGenericNew(DealingGateway, OrderID, AccountID, InstrumentID, Quantity,
-                               PrimarySecondaryQty, MarketPrice, OrderType, Duration, MarketTime,
-                               ValueDate, ORDER_CLIENT_CANCELLED, 0, 0, 2, CounterpartyID,
-                               Encrypt, DummyLive, FreeFormat, SystemID, -1,
-                               CounterPartySystemID, PriceProfileID, 0);
+      raise(&ClientticketEvents::VtOrderGenericNew, DealingGateway, OrderID, AccountID,
+            InstrumentID, Quantity, PrimarySecondaryQty, MarketPrice, OrderType, Duration,
+            MarketTime, ValueDate, ORDER_CLIENT_CANCELLED, 0, 0, 2, CounterpartyID, Encrypt,
+            DummyLive, FreeFormat, SystemID, -1, CounterPartySystemID, PriceProfileID, 0);
     });
     Status = ORDER_CANCELLED_INTERNAL;
     return;
@@ -141,7 +143,7 @@ void Clientticket::cmdQuote_Click(Integer Index) {
   auto connectedOrSay = [&] {
     Boolean connected = false;
     ResumeNext([&] { connected = Is_Connected(); });
-    if (!connected) ResumeNext([&] { host().Message(LoadResString(603)); });
+    if (!connected) ResumeNext([&] { raise(&ClientticketEvents::Message, LoadResString(603)); });
     return connected;
   };
   if (!connectedOrSay()) return;
@@ -154,10 +156,10 @@ void Clientticket::cmdQuote_Click(Integer Index) {
     const Long status = Index == 1 ? ORDER_CLIENT_CANCELLED : ORDER_CLIENT_ACCEPTED;
     const Integer reason = Index == 2 ? Reason : Integer{6};
     const Integer gid = Get_GID();
-    host().VtOrderGenericNew(DealingGateway, OrderID, AccountID, InstrumentID, quantity,
-                             PrimarySecondaryQty, price, OrderType, Duration, MarketTime,
-                             ValueDate, status, 0, 0, reason, CounterpartyID, Encrypt, DummyLive,
-                             FreeFormat, SystemID, gid, CounterPartySystemID, PriceProfileID, 0);
+    raise(&ClientticketEvents::VtOrderGenericNew, DealingGateway, OrderID, AccountID, InstrumentID,
+          quantity, PrimarySecondaryQty, price, OrderType, Duration, MarketTime, ValueDate, status,
+          0, 0, reason, CounterpartyID, Encrypt, DummyLive, FreeFormat, SystemID, gid,
+          CounterPartySystemID, PriceProfileID, 0);
   });
   Status = Index == 1 ? ORDER_CANCELLED_INTERNAL : ORDER_EXECUTED_INTERNAL;
   connectedOrSay();

@@ -108,7 +108,7 @@ void Clientticket::Show_Order_Confirm() {
   if (!FixedSize) {
     ResumeNext([&] {
       Integer action = 1;
-      host().ResizeTicket(action);
+      raise(&ClientticketEvents::ResizeTicket, action);
     });
   }
 }
@@ -120,7 +120,7 @@ void Clientticket::cmdOKCancel_Click(Integer Index) {
     Boolean connected = false;
     ResumeNext([&] { connected = Is_Connected(); });
     if (!connected) {
-      ResumeNext([&] { host().Message(LoadResString(603)); });
+      ResumeNext([&] { raise(&ClientticketEvents::Message, LoadResString(603)); });
       return;
     }
   }
@@ -128,7 +128,7 @@ void Clientticket::cmdOKCancel_Click(Integer Index) {
     if (!FixedSize) {
       ResumeNext([&] {
         Integer action = 2;
-        host().ResizeTicket(action);
+        raise(&ClientticketEvents::ResizeTicket, action);
       });
     }
   };
@@ -146,12 +146,11 @@ void Clientticket::cmdOKCancel_Click(Integer Index) {
       ResumeNext([&] {
         const Date duration = fraValid.Visible() ? Duration : kNoDate;
         const Integer gid = Get_GID();
-        host().VtOrderGenericNew(DealingGateway, OrderID, AccountID, InstrumentID, Quantity,
-                                 PrimarySecondaryQty, MarketPrice, OrderType, duration,
-                                 MarketTime, ValueDate, sentStatus, LinkID,
-                                 static_cast<Integer>(Action), 6, CounterpartyID, Encrypt,
-                                 DummyLive, FreeFormat, SystemID, gid, CounterPartySystemID,
-                                 PriceProfileID, 0);
+        raise(&ClientticketEvents::VtOrderGenericNew, DealingGateway, OrderID, AccountID,
+              InstrumentID, Quantity, PrimarySecondaryQty, MarketPrice, OrderType, duration,
+              MarketTime, ValueDate, sentStatus, LinkID, static_cast<Integer>(Action), 6,
+              CounterpartyID, Encrypt, DummyLive, FreeFormat, SystemID, gid, CounterPartySystemID,
+              PriceProfileID, 0);
       });
       // Written after the event: an answer given inside it keeps its display, not its Status.
       Status = pending ? ORDER_CANCEL_REQUEST : ORDER_CANCELLED_INTERNAL;
@@ -161,7 +160,7 @@ void Clientticket::cmdOKCancel_Click(Integer Index) {
     case 2:
       // Close ends the ticket: the host destroys it, so nothing may follow the event. An
       // order in flight stays out.
-      ResumeNext([&] { host().CloseTicket(); });
+      ResumeNext([&] { raise(&ClientticketEvents::CloseTicket); });
       return;
 
     case 3: {  // Yes: exactly one event carries the order out
@@ -184,12 +183,10 @@ void Clientticket::cmdOKCancel_Click(Integer Index) {
           const double quantity = buy ? std::fabs(Quantity) : -std::fabs(Quantity);
           const Date now = loop().now();
           const Integer gid = Get_GID();
-          host().VtTradeGenericNew(DealingGateway, 0, AccountID, InstrumentID, quantity,
-                                   PrimarySecondaryQty, MarketPrice,
-                                   static_cast<Integer>(OrderType), now, ValueDate,
-                                   static_cast<Integer>(Status), Reason, 0, CounterpartyID,
-                                   LinkID, Encrypt, DummyLive, FreeFormat, SystemID, gid,
-                                   CounterpartyID, PriceProfileID, 0);
+          raise(&ClientticketEvents::VtTradeGenericNew, DealingGateway, 0, AccountID, InstrumentID,
+                quantity, PrimarySecondaryQty, MarketPrice, static_cast<Integer>(OrderType), now,
+                ValueDate, static_cast<Integer>(Status), Reason, 0, CounterpartyID, LinkID, Encrypt,
+                DummyLive, FreeFormat, SystemID, gid, CounterpartyID, PriceProfileID, 0);
         });
       } else if (OrderType == OCO_ORDER) {
         ResumeNext([&] {
@@ -229,11 +226,10 @@ void Clientticket::cmdOKCancel_Click(Integer Index) {
           Boolean encrypt = Encrypt;
           Integer gid = -1;
           Integer priority = 0;
-          host().VtOrderGenericArray(toID, orderID, accountID, instrumentID, quantities, primSec,
-                                     prices, types, durations, marketTimes, valueDates, statuses,
-                                     reasons, counterparties, freeFormats, linkIDs, actions,
-                                     systemIDs, cpSystemIDs, profiles, dummyLive, encrypt, gid,
-                                     priority);
+          raise(&ClientticketEvents::VtOrderGenericArray, toID, orderID, accountID, instrumentID,
+                quantities, primSec, prices, types, durations, marketTimes, valueDates, statuses,
+                reasons, counterparties, freeFormats, linkIDs, actions, systemIDs, cpSystemIDs,
+                profiles, dummyLive, encrypt, gid, priority);
         });
       } else {
         ResumeNext([&] {
@@ -245,11 +241,10 @@ void Clientticket::cmdOKCancel_Click(Integer Index) {
           const Date duration = fraValid.Visible() ? Duration : kNoDate;
           const Date now = loop().now();
           const Integer gid = Get_GID();
-          host().VtOrderGenericNew(DealingGateway, 0, AccountID, InstrumentID, quantity,
-                                   PrimarySecondaryQty, price, OrderType, duration, now,
-                                   ValueDate, ORDER_PLACED, LinkID, static_cast<Integer>(Action),
-                                   Reason, CounterpartyID, Encrypt, DummyLive, FreeFormat,
-                                   SystemID, gid, CounterPartySystemID, PriceProfileID, 0);
+          raise(&ClientticketEvents::VtOrderGenericNew, DealingGateway, 0, AccountID, InstrumentID,
+                quantity, PrimarySecondaryQty, price, OrderType, duration, now, ValueDate,
+                ORDER_PLACED, LinkID, static_cast<Integer>(Action), Reason, CounterpartyID, Encrypt,
+                DummyLive, FreeFormat, SystemID, gid, CounterPartySystemID, PriceProfileID, 0);
         });
       }
       resizeBack();

@@ -23,12 +23,17 @@ class DroppingPrinter : public HtmlPrinter {
   void print(const std::string&, Long, Long) override {}
 };
 
-// Runs a handler of the form as the platform does: nothing it raises leaves it.
+// Runs a handler of the form as the platform does: nothing it raises leaves it. A handler is
+// an entry into the ticket; a ticket destroyed inside it ends the user's action or the timer's
+// tick here, or, when the ticket's own write ran the handler, unwinds on into that procedure.
 template <typename Handler>
-auto Guarded(Handler handler) {
-  return [handler](auto&&... args) {
+auto Guarded(const std::shared_ptr<TicketLife>& life, Handler handler) {
+  return [life, handler](auto&&... args) {
+    const TicketEntry entry(life);
     try {
       handler(std::forward<decltype(args)>(args)...);
+    } catch (const ObjectDestroyed&) {
+      entry.ended();
     } catch (...) {
     }
   };
@@ -42,7 +47,7 @@ TicketPlatform::TicketPlatform(TicketServices services)
       printer_(services.printer),
       locale_(services.locale) {
   if (!loop_) {
-    ownLoop_ = std::make_unique<HeadlessLoop>();
+    ownLoop_ = std::make_shared<HeadlessLoop>();
     loop_ = ownLoop_.get();
   }
   if (!holidays_) {
@@ -64,52 +69,60 @@ Clientticket::Clientticket(TicketServices services)
   UserControl_Initialize();
 }
 
-Clientticket::~Clientticket() = default;
+// The calls still running in the ticket (it was destroyed inside an event or a yield) see the
+// mark and touch nothing of it.
+Clientticket::~Clientticket() { life_->destroyed = true; }
 
 void Clientticket::setHost(ClientticketEvents* host) { host_ = host ? host : &NoHost(); }
 
 void Clientticket::BindHandlers() {
   for (auto& [index, button] : cmdOKCancel.elements())
-    button->onClick = Guarded([this, i = index] { cmdOKCancel_Click(static_cast<Integer>(i)); });
+    button->onClick =
+        Guarded(life_, [this, i = index] { cmdOKCancel_Click(static_cast<Integer>(i)); });
   for (auto& [index, button] : cmdQuote.elements())
-    button->onClick = Guarded([this, i = index] { cmdQuote_Click(static_cast<Integer>(i)); });
+    button->onClick =
+        Guarded(life_, [this, i = index] { cmdQuote_Click(static_cast<Integer>(i)); });
   for (auto& [index, button] : cmdBuySell.elements())
-    button->onClick = Guarded([this, i = index] { cmdBuySell_Click(static_cast<Integer>(i)); });
+    button->onClick =
+        Guarded(life_, [this, i = index] { cmdBuySell_Click(static_cast<Integer>(i)); });
   for (auto& [index, button] : cmdContract.elements())
-    button->onClick = Guarded([this, i = index] { cmdContract_Click(static_cast<Integer>(i)); });
+    button->onClick =
+        Guarded(life_, [this, i = index] { cmdContract_Click(static_cast<Integer>(i)); });
   for (auto& [index, option] : optType.elements())
-    option->onClick = Guarded([this, i = index] { optType_Click(static_cast<Integer>(i)); });
+    option->onClick = Guarded(life_, [this, i = index] { optType_Click(static_cast<Integer>(i)); });
   for (auto& [index, option] : optBuySell.elements())
-    option->onClick = Guarded([this, i = index] { optBuySell_Click(static_cast<Integer>(i)); });
+    option->onClick =
+        Guarded(life_, [this, i = index] { optBuySell_Click(static_cast<Integer>(i)); });
   for (auto& [index, option] : optValid.elements())
-    option->onClick = Guarded([this, i = index] { optValid_Click(static_cast<Integer>(i)); });
+    option->onClick =
+        Guarded(life_, [this, i = index] { optValid_Click(static_cast<Integer>(i)); });
 
-  txtPrimQty.onChange = Guarded([this] { txtPrimQty_Change(); });
-  txtPrimQty.onKeyPress = Guarded([this](Integer& key) { txtPrimQty_KeyPress(key); });
-  txtPrimQty.onGotFocus = Guarded([this] { txtPrimQty_GotFocus(); });
-  txtPrimQty.onLostFocus = Guarded([this] { txtPrimQty_LostFocus(); });
-  txtSecQty.onChange = Guarded([this] { txtSecQty_Change(); });
-  txtSecQty.onKeyPress = Guarded([this](Integer& key) { txtSecQty_KeyPress(key); });
-  txtSecQty.onGotFocus = Guarded([this] { txtSecQty_GotFocus(); });
-  txtSecQty.onLostFocus = Guarded([this] { txtSecQty_LostFocus(); });
-  txtPrice.onChange = Guarded([this] { txtPrice_Change(); });
-  txtLimit.onChange = Guarded([this] { txtLimit_Change(); });
-  txtStop.onChange = Guarded([this] { txtStop_Change(); });
+  txtPrimQty.onChange = Guarded(life_, [this] { txtPrimQty_Change(); });
+  txtPrimQty.onKeyPress = Guarded(life_, [this](Integer& key) { txtPrimQty_KeyPress(key); });
+  txtPrimQty.onGotFocus = Guarded(life_, [this] { txtPrimQty_GotFocus(); });
+  txtPrimQty.onLostFocus = Guarded(life_, [this] { txtPrimQty_LostFocus(); });
+  txtSecQty.onChange = Guarded(life_, [this] { txtSecQty_Change(); });
+  txtSecQty.onKeyPress = Guarded(life_, [this](Integer& key) { txtSecQty_KeyPress(key); });
+  txtSecQty.onGotFocus = Guarded(life_, [this] { txtSecQty_GotFocus(); });
+  txtSecQty.onLostFocus = Guarded(life_, [this] { txtSecQty_LostFocus(); });
+  txtPrice.onChange = Guarded(life_, [this] { txtPrice_Change(); });
+  txtLimit.onChange = Guarded(life_, [this] { txtLimit_Change(); });
+  txtStop.onChange = Guarded(life_, [this] { txtStop_Change(); });
 
-  udPrim.onChange = Guarded([this] { udPrim_Change(); });
-  udPrim.onMouseUp = Guarded([this] { udPrim_MouseUp(); });
-  udSec.onChange = Guarded([this] { udSec_Change(); });
-  udSec.onMouseUp = Guarded([this] { udSec_MouseUp(); });
-  udLimit.onChange = Guarded([this] { udLimit_Change(); });
-  udLimit.onMouseUp = Guarded([this] { udLimit_MouseUp(); });
-  udStop.onChange = Guarded([this] { udStop_Change(); });
-  udStop.onMouseUp = Guarded([this] { udStop_MouseUp(); });
+  udPrim.onChange = Guarded(life_, [this] { udPrim_Change(); });
+  udPrim.onMouseUp = Guarded(life_, [this] { udPrim_MouseUp(); });
+  udSec.onChange = Guarded(life_, [this] { udSec_Change(); });
+  udSec.onMouseUp = Guarded(life_, [this] { udSec_MouseUp(); });
+  udLimit.onChange = Guarded(life_, [this] { udLimit_Change(); });
+  udLimit.onMouseUp = Guarded(life_, [this] { udLimit_MouseUp(); });
+  udStop.onChange = Guarded(life_, [this] { udStop_Change(); });
+  udStop.onMouseUp = Guarded(life_, [this] { udStop_MouseUp(); });
 
-  cmbAccount.onClick = Guarded([this] { cmbAccount_Click(); });
-  Timer1.onTimer = Guarded([this] { Timer1_Timer(); });
-  cmdValue.onClick = Guarded([this] { cmdValue_Click(); });
-  calValueDate.onDateClick = Guarded([this](Date day) { calValueDate_DateClick(day); });
-  calValueDate.onKeyPress = Guarded([this](Integer& key) { calValueDate_KeyPress(key); });
+  cmbAccount.onClick = Guarded(life_, [this] { cmbAccount_Click(); });
+  Timer1.onTimer = Guarded(life_, [this] { Timer1_Timer(); });
+  cmdValue.onClick = Guarded(life_, [this] { cmdValue_Click(); });
+  calValueDate.onDateClick = Guarded(life_, [this](Date day) { calValueDate_DateClick(day); });
+  calValueDate.onKeyPress = Guarded(life_, [this](Integer& key) { calValueDate_KeyPress(key); });
 }
 
 void Clientticket::UserControl_Initialize() {
@@ -185,9 +198,13 @@ void Clientticket::Report(const RuntimeError& error, const char* functionName, b
   Long number = error.number();
   std::string text = withText ? error.description() : std::string();
   std::string name = functionName;
-  ResumeNext([&] { host().ErrorMsg(number, text, name); });
+  ResumeNext([&] { raise(&ClientticketEvents::ErrorMsg, number, text, name); });
 }
 
-void Clientticket::yield() { loop_->yield(); }
+void Clientticket::yield() {
+  // The loop the ticket owns stays until the yield has returned, even if the ticket does not.
+  const std::shared_ptr<MessageLoop> ownLoop = ownLoop_;
+  outside([loop = loop_] { loop->yield(); });
+}
 
 }  // namespace quillon

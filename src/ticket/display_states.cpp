@@ -124,12 +124,13 @@ void Clientticket::Show_Blank_Form(const PriceRec& price, const InstrumentRec& i
   lblReason.setCaption(kBlankText);
   cmdOKCancel(1).setEnabled(false);
   if (Is_Connected()) {
-    host().VtPriceGenericRequest(PriceRequestGroup, InstrumentID, CompanyCtrPty);
+    raise(&ClientticketEvents::VtPriceGenericRequest, PriceRequestGroup, InstrumentID,
+          CompanyCtrPty);
   }
   cmdOKCancel(0).setEnabled(Check_Order());
   txtPrimQty.setText(FormatNumber(BaseInst.ContractSize, kAmountPattern, locale()));
   Long allInstruments = -1;
-  host().RequestEquity(AccountID, allInstruments);
+  raise(&ClientticketEvents::RequestEquity, AccountID, allInstruments);
 }
 
 }  // namespace quillon

@@ -25,6 +25,7 @@ Variant Clientticket::Initialise(Long& TradeID, Long& OrderID, Long& AccountID,
                                  Long& PriceProfileID, double& Strike, Date& Expiry) {
   (void)DummyLive, (void)Strike, (void)Expiry;  // no effect on the ticket
   TicketMembers& t = *this;
+  const TicketEntry entry(life_);
   try {
     // A manual order may carry its real type in its free text.
     if (OrderType == MANUAL_ORDER) {
@@ -167,8 +168,11 @@ Variant Clientticket::Initialise(Long& TradeID, Long& OrderID, Long& AccountID,
     fraQuote.setVisible(false);
 
     Show_Status(price, inst, Price);
+  } catch (const ObjectDestroyed&) {
+    entry.ended();
+    return {};
   } catch (...) {
-    Report(CurrentError(), "Initialise", false);
+    if (!entry.report([&] { Report(CurrentError(), "Initialise", false); })) return {};
   }
   ResumeNext([&] { fraHide.setVisible(false); });
   return {};

@@ -1,7 +1,8 @@
 // The order and trade messages, and the guaranteed-delivery handshake:
 //   OrderGeneric, OrderGenericCancel, OrderGenericPending, TradeGeneric, GuaranteedMsgAck.
 // The four messages fill what their shape lacks and hand over to Initialise; an error inside
-// Initialise is reported there, and the message method carries on to its end.
+// Initialise is reported there, and the message method carries on to its end. Nothing of the
+// ticket is touched after Initialise: a ticket destroyed inside it ends the call there.
 
 #include <cmath>
 
@@ -96,6 +97,7 @@ Variant Clientticket::TradeGeneric(Long& FromID, Long& TradeID, Long& AccountID,
 
 Variant Clientticket::GuaranteedMsgAck(Long& FromID, Integer& GID, Boolean& Success) {
   (void)FromID;
+  const TicketEntry entry(life_);
   try {
     if (GID != TicketMembers::GID) return {};
     TicketMembers::GID = -1;
@@ -130,8 +132,10 @@ Variant Clientticket::GuaranteedMsgAck(Long& FromID, Integer& GID, Boolean& Succ
                duration, marketTime, valueDate, status, linkID, action, reason, counterpartyID,
                dummyLive, freeFormat, systemID, counterPartySystemID, priceProfileID, strike,
                expiry);
+  } catch (const ObjectDestroyed&) {
+    entry.ended();
   } catch (...) {
-    Report(CurrentError(), "MessageAck", false);
+    entry.report([&] { Report(CurrentError(), "MessageAck", false); });
   }
   return {};
 }

@@ -12,6 +12,7 @@
 
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "platform/holidays.h"
@@ -24,6 +25,7 @@
 #include "ticket/form.h"
 #include "ticket/host_interface.h"
 #include "ticket/records.h"
+#include "ticket/ticket_life.h"
 
 namespace quillon {
 
@@ -97,7 +99,8 @@ class TicketPlatform {
   ~TicketPlatform();
 
  protected:
-  std::unique_ptr<MessageLoop> ownLoop_;
+  // Shared, so that a yield on it can outlive a ticket destroyed inside the yield.
+  std::shared_ptr<MessageLoop> ownLoop_;
   std::unique_ptr<HolidayLibrary> ownHolidays_;
   std::unique_ptr<HtmlPrinter> ownPrinter_;
   MessageLoop* loop_;
@@ -298,13 +301,32 @@ class Clientticket : private TicketPlatform, private TicketMembers, private Tick
   std::string LoadResString(double n);
 
   // --- events and errors ---
-  ClientticketEvents& host() { return *host_; }
+  // Raises an event. The host's handler may call back into the ticket, or destroy it: then
+  // ObjectDestroyed unwinds to where the host entered the ticket (ticket/ticket_life.h).
+  template <typename... Params, typename... Args>
+  void raise(void (ClientticketEvents::*event)(Params...), Args&&... args) {
+    outside([&] { (host_->*event)(std::forward<Args>(args)...); });
+  }
+  // Runs the host's code (an event handler, the loop's work, the printer) inside a call.
+  template <typename Call>
+  void outside(Call&& call) {
+    const std::shared_ptr<TicketLife> life = life_;
+    try {
+      const HostTurn turn(*life);
+      call();
+    } catch (...) {
+      life->check();
+      throw;
+    }
+    life->check();
+  }
   // Raises ErrorMsg for a stop-and-report procedure that met `error`.
   void Report(const RuntimeError& error, const char* functionName, bool withText);
   void yield();
 
   ClientticketEvents* host_;
   PriceTextMemo priceTexts_;  // the pip's pattern and the prices written last
+  std::shared_ptr<TicketLife> life_ = std::make_shared<TicketLife>();
 };
 
 }  // namespace quillon

@@ -62,7 +62,7 @@ void Clientticket::Show_Trade_Confirm() {
   } else {
     // The figure comes back through ReceivedEquity once the panel is up.
     ResumeNext([&] { text += "The new tradable equity is "; });
-    ResumeNext([&] { host().RequestEquity(AccountID, InstrumentID); });
+    ResumeNext([&] { raise(&ClientticketEvents::RequestEquity, AccountID, InstrumentID); });
   }
   ResumeNext([&] { lblTradeConf.setCaption(text); });
   ResumeNext([&] { fraTradeConf.setLeft(UserControl.Width() / 2 - fraTradeConf.Width() / 2); });
@@ -85,7 +85,10 @@ void Clientticket::Print_Trade_Confirm(std::string& sText, Long& lTradeID) {
   // The document goes out on a white background in black text.
   ResumeNext([&] { WebClient1.setBackColor(TicketColour::kWhite); });
   ResumeNext([&] { WebClient1.setForeColor(TicketColour::kBlack); });
-  ResumeNext([&] { printer_->print(document, WebClient1.BackColor(), WebClient1.ForeColor()); });
+  ResumeNext([&] {
+    const Long back = WebClient1.BackColor(), fore = WebClient1.ForeColor();
+    outside([&] { printer_->print(document, back, fore); });
+  });
 }
 
 }  // namespace quillon

@@ -9,27 +9,27 @@ namespace quillon {
 
 Boolean Clientticket::Is_Connected() {
   Boolean connected = false;
-  ResumeNext([&] { host().Connected(connected); });
+  ResumeNext([&] { raise(&ClientticketEvents::Connected, connected); });
   return connected;
 }
 
 Integer Clientticket::Get_GID() {
   Integer gid = 0;
-  ResumeNext([&] { host().GID(gid); });
+  ResumeNext([&] { raise(&ClientticketEvents::GID, gid); });
   GID = gid;
   return GID;
 }
 
 std::string Clientticket::Get_Reason_Desc(Integer Reason) {
   std::string description;
-  ResumeNext([&] { host().GetReason(Reason, description); });
+  ResumeNext([&] { raise(&ClientticketEvents::GetReason, Reason, description); });
   return description;
 }
 
 Date Clientticket::Get_System_Time() {
   Date now = 0;
   ResumeNext([&] { now = loop().now(); });
-  ResumeNext([&] { host().SystemTime(now); });
+  ResumeNext([&] { raise(&ClientticketEvents::SystemTime, now); });
   return now;
 }
 
@@ -38,9 +38,9 @@ PriceRec Clientticket::Price_Get_Array(Long InstrumentID, Long SourceID, Long& P
   price.InstrumentID = InstrumentID;
   price.SourceID = SourceID;
   ResumeNext([&] {
-    host().VtPriceGetArray(price.InstrumentID, price.SourceID, price.CounterpartyID, price.Bid,
-                           price.Offer, price.High, price.Low, price.PriceType, price.PriceTime,
-                           PriceProfileID);
+    raise(&ClientticketEvents::VtPriceGetArray, price.InstrumentID, price.SourceID,
+          price.CounterpartyID, price.Bid, price.Offer, price.High, price.Low, price.PriceType,
+          price.PriceTime, PriceProfileID);
   });
   return price;
 }
@@ -50,10 +50,10 @@ InstrumentRec Clientticket::Inst_Get_Array(Long InstrumentID) {
   if (InstrumentID == 0) return inst;
   inst.InstrumentID = InstrumentID;
   ResumeNext([&] {
-    host().VtInstGetArray(inst.InstrumentID, inst.BaseID, inst.ValueID, inst.LinkID,
-                          inst.SourceID, inst.InstType, inst.Term, inst.ShortDesc, inst.LongDesc,
-                          inst.ContractSize, inst.Expiry, inst.Pip, inst.Strike, inst.Status,
-                          inst.CallPut, inst.ValueDate);
+    raise(&ClientticketEvents::VtInstGetArray, inst.InstrumentID, inst.BaseID, inst.ValueID,
+          inst.LinkID, inst.SourceID, inst.InstType, inst.Term, inst.ShortDesc, inst.LongDesc,
+          inst.ContractSize, inst.Expiry, inst.Pip, inst.Strike, inst.Status, inst.CallPut,
+          inst.ValueDate);
   });
   if (inst.LongDesc.empty()) ResumeNext([&] { inst.LongDesc = LoadResString(374); });
   if (inst.ShortDesc.empty()) ResumeNext([&] { inst.ShortDesc = LoadResString(374); });
@@ -68,9 +68,9 @@ Boolean Clientticket::Inst_Get_Array_All(Long& BaseID, Long& ValueID, Long& Link
                                          Variant& SourceIDArray) {
   Boolean success = false;
   ResumeNext([&] {
-    host().VtInstGetArrayAll(BaseID, ValueID, LinkID, SourceID, InstType, Term, Expiry, Status,
-                             InstrumentIDArray, BaseIDArray, ValueIDArray, LinkIDArray,
-                             SourceIDArray, success);
+    raise(&ClientticketEvents::VtInstGetArrayAll, BaseID, ValueID, LinkID, SourceID, InstType, Term,
+          Expiry, Status, InstrumentIDArray, BaseIDArray, ValueIDArray, LinkIDArray, SourceIDArray,
+          success);
   });
   return success;
 }

@@ -40,6 +40,7 @@ Date Clientticket::Trading_Day_Of(Date dt) {
 }
 
 Boolean Clientticket::Valid_Value_Date(Long& lInstID, Date& dtValue) {
+  const TicketEntry entry(life_);
   try {
     const InstrumentRec inst = Inst_Get_Array(lInstID);
     const Date tradingDay = Trading_Day_Of(Get_System_Time());
@@ -50,14 +51,17 @@ Boolean Clientticket::Valid_Value_Date(Long& lInstID, Date& dtValue) {
     if (holidays_->IsValueDateABankHol(inst.BaseID, dtValue) != 0) return false;
     if (holidays_->IsValueDateABankHol(inst.ValueID, dtValue) != 0) return false;
     return true;
+  } catch (const ObjectDestroyed&) {
+    entry.ended();
   } catch (...) {
-    Report(CurrentError(), "Valid_Value_Date", true);
+    entry.report([&] { Report(CurrentError(), "Valid_Value_Date", true); });
   }
   return false;
 }
 
 Date Clientticket::Get_Settlement_Day(Date& dTradeDate, Date& dtForward, Long& lInstID) {
   Date w = 0;
+  const TicketEntry entry(life_);
   try {
     w = dTradeDate;
     if (dtForward == 0 || dtForward == TimeSerial(23, 59, 59)) dtForward = kNoDate;
@@ -103,8 +107,11 @@ Date Clientticket::Get_Settlement_Day(Date& dTradeDate, Date& dtForward, Long& l
       if (forward && MonthOf(w) != month) forward = false;
       yield();
     }
+  } catch (const ObjectDestroyed&) {
+    entry.ended();
+    return 0;
   } catch (...) {
-    Report(CurrentError(), "Get_Settlement_Day", true);
+    if (!entry.report([&] { Report(CurrentError(), "Get_Settlement_Day", true); })) return 0;
   }
   Date result = 0;
   ResumeNext([&] { result = DateOnly(w); });
