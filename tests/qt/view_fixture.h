@@ -84,17 +84,7 @@ class ViewTest : public TicketTest {
   void OpenTwoWayRequest(Integer language = 1) {
     NewTicket();
     SetUpUser(kEveryRight, language);
-    host_.connected = true;
-    Msg m;
-    m.OrderID = 55;
-    m.InstrumentID = kEurUsd;
-    m.AccountID = 1;
-    m.Status = ORDER_ACTIVE;
-    m.OrderType = TWOWAY_ORDER;
-    m.Quantity = 100000;
-    m.Duration = kNoDate;
-    m.ValueDate = 37320;
-    Initialise(m);
+    OpenActiveTwoWay();
   }
   void Quote() {
     Long from = 0, orderID = 55, account = 1, instrument = kEurUsd, type = 0, status = 16,

@@ -19,15 +19,9 @@ class ReentrancyTest : public TicketTest {
     std::string name = "Main";
     ticket_->LoadAccount(id, name, profile);
     ticket_->setLanguage(1);
-    ticket_->setAccountType(0x0004 | 0x0400 | 0x0080 | 0x0002);
+    ticket_->setAccountType(kEveryRight);
     ticket_->setDealingGateway(42);
-    host_.connected = true;
-    Msg m;
-    m.InstrumentID = kEurUsd;
-    m.AccountID = 1;
-    m.Status = -1;
-    m.ValueDate = 37320;
-    Initialise(m);
+    OpenBlankForValue();
     host_.events.clear();
   }
 

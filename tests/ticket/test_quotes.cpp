@@ -11,17 +11,7 @@ class QuoteTest : public TicketTest {
   void SetUp() override {
     SetUpUser();
     ticket_->setDealingGateway(42);
-    host_.connected = true;
-    Msg m;
-    m.OrderID = 55;
-    m.InstrumentID = kEurUsd;
-    m.AccountID = 1;
-    m.Status = ORDER_ACTIVE;
-    m.OrderType = TWOWAY_ORDER;
-    m.Quantity = 100000;
-    m.Duration = kNoDate;
-    m.ValueDate = 37320;
-    Initialise(m);
+    OpenActiveTwoWay();
     host_.events.clear();
   }
   void Quote(double bid, double offer, double seconds, Long orderID = 55,

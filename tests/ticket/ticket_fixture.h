@@ -285,17 +285,27 @@ class TicketTest : public ::testing::Test {
   // A user with every right, in English, and a blank EUR/USD ticket.
   void OpenBlank(Long instrument = kEurUsd) {
     ticket_->setLanguage(1);
-    ticket_->setAccountType(0x0004 | 0x0400 | 0x0080 | 0x0002);
+    ticket_->setAccountType(kEveryRight);
     Msg m;
     m.InstrumentID = instrument;
     m.Status = -1;
     Initialise(m);
   }
 
+  static constexpr Integer kEveryRight = 0x0004 | 0x0400 | 0x0080 | 0x0002;
+
   // The usual set-up of an order-entry test: account 1 "Main" (profile 0) loaded, English,
-  // the given rights (every right and a live user by default).
-  // The captions are translated once, by the first setting of the language: a user of another
-  // language is set up in it from the start.
+  // the given rights (every right and a live user by default). The captions are translated
+  // once, by the first setting of the language: a user of another language is set up in it
+  // from the start.
+  void SetUpUser(Integer rights = kEveryRight, Integer language = 1) {
+    Long id = 1, profile = 0;
+    std::string name = "Main";
+    ticket_->LoadAccount(id, name, profile);
+    ticket_->setLanguage(language);
+    ticket_->setAccountType(rights);
+  }
+
   // The host connected, and a blank EUR/USD ticket on account 1 for value 05-Mar-2002.
   void OpenBlankForValue() {
     host_.connected = true;
@@ -307,13 +317,20 @@ class TicketTest : public ::testing::Test {
     Initialise(m);
   }
 
-  static constexpr Integer kEveryRight = 0x0004 | 0x0400 | 0x0080 | 0x0002;
-  void SetUpUser(Integer rights = kEveryRight, Integer language = 1) {
-    Long id = 1, profile = 0;
-    std::string name = "Main";
-    ticket_->LoadAccount(id, name, profile);
-    ticket_->setLanguage(language);
-    ticket_->setAccountType(rights);
+  // The host connected, and a two-way request for 100,000 EUR vs USD gone out as order 55
+  // and active.
+  void OpenActiveTwoWay() {
+    host_.connected = true;
+    Msg m;
+    m.OrderID = 55;
+    m.InstrumentID = kEurUsd;
+    m.AccountID = 1;
+    m.Status = ORDER_ACTIVE;
+    m.OrderType = TWOWAY_ORDER;
+    m.Quantity = 100000;
+    m.Duration = kNoDate;
+    m.ValueDate = 37320;
+    Initialise(m);
   }
 
   const TicketMembers& m() const { return ticket_->members(); }
