@@ -215,28 +215,16 @@ DeskOrder& DealingDesk::open(int ticket, const OrderRequest& request) {
 
 DeskMessage DealingDesk::stateOf(const DeskOrder& order, DeskMessage::Kind kind,
                                  Long status) const {
-  const OrderRequest& r = order.request;
   DeskMessage m;
+  static_cast<OrderRequest&>(m) = order.request;
+  m.Reason = 0;
+  m.GID = 0;
   m.kind = kind;
   m.ticket = order.ticket;
   m.OrderID = order.orderID;
-  m.AccountID = r.AccountID;
-  m.InstrumentID = r.InstrumentID;
-  m.Quantity = r.Quantity;
-  m.PrimarySecondaryQty = r.PrimarySecondaryQty;
-  m.Price = r.Price;
-  m.OrderType = r.OrderType;
-  m.Duration = r.Duration;
   m.MarketTime = now_;
-  m.ValueDate = r.ValueDate;
   m.Status = status;
   m.LinkID = order.linkID;
-  m.Action = r.Action;
-  m.CounterpartyID = r.CounterpartyID;
-  m.DummyLive = r.DummyLive;
-  m.FreeFormat = r.FreeFormat;
-  m.SystemID = r.SystemID;
-  m.CounterPartySystemID = r.CounterPartySystemID;
   m.PriceProfileID = order.profile;
   return m;
 }

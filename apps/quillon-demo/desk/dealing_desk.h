@@ -55,8 +55,9 @@ struct OrderRequest {
   Integer GID = -1;
 };
 
-// One answer for a ticket: which method the host calls, and its arguments.
-struct DeskMessage {
+// One answer for a ticket: which method the host calls, and its arguments (an order's own,
+// and those of quotes, trades, acknowledgements and equity).
+struct DeskMessage : OrderRequest {
   enum class Kind {
     OrderGeneric,
     OrderGenericCancel,
@@ -66,20 +67,12 @@ struct DeskMessage {
     GuaranteedMsgAck,
     ReceivedEquity,
   };
+  DeskMessage() { GID = 0; }
+
   Kind kind = Kind::OrderGeneric;
   int ticket = 0;  // the ticket it is for; 0 for every ticket
-  Long TradeID = 0, OrderID = 0, AccountID = 0, InstrumentID = 0;
-  double Quantity = 0;
-  Long PrimarySecondaryQty = 0;
-  double Price = 0, Bid = 0, Offer = 0;
-  Long OrderType = 0;
-  Date Duration = 0, MarketTime = 0, ValueDate = 0;
-  Long Status = 0, LinkID = 0, Action = 0;
-  Integer Reason = 0;
-  Long CounterpartyID = 0, DummyLive = 0;
-  std::string FreeFormat;
-  Long SystemID = 0, CounterPartySystemID = 0, PriceProfileID = 0;
-  Integer GID = 0;
+  Long TradeID = 0;
+  double Bid = 0, Offer = 0;
   bool Success = true;
   double Equity = 0, TradingLimit = 0;
 };
