@@ -14,10 +14,7 @@ namespace quillon::view {
 
 class ViewTest : public TicketTest {
  protected:
-  explicit ViewTest(const std::string& locale = "en_US") : TicketTest(locale) {
-    printer_ = std::make_unique<QtHtmlPrinter>(pdfDir_.path());
-    NewTicket();
-  }
+  explicit ViewTest(const std::string& locale = "en_US") : TicketTest(locale) { NewTicket(); }
   ~ViewTest() override {
     view_.reset();
     ticket_.reset();
@@ -53,55 +50,39 @@ class ViewTest : public TicketTest {
     return w;
   }
 
-  // The order confirmation: a market buy of 100,000 EUR, Place Order pressed.
-  void OpenOrderConfirmation() {
-    Form& form = f().controls();
-    form.userPaste(f().txtPrimQty, "100000");
-    form.userClick(f().optBuySell(0));
-    form.userClick(f().cmdOKCancel(0));
-  }
-
   // An execution of the ticket's order as a trade message.
   void Execute(double quantity, Long tradeID) {
     Long from = 0, account = 1, instrument = kEurUsd, type = MARKET_ORDER, primSec = QTY_PRIMARY,
-         status = ORDER_EXECUTED, order = 0, counterparty = 0, link = 0, dummy = 0, system = 0,
-         cpSystem = 0, profile = 0;
+         status = ORDER_EXECUTED, zero = 0;
     double price = 1.2345, strike = 0;
     Date marketTime = 0, valueDate = 37320, expiry = 0;
     Integer reason = 0;
     std::string text;
     Boolean encrypt = false;
     ticket_->TradeGeneric(from, tradeID, account, instrument, quantity, primSec, price, type,
-                          marketTime, valueDate, status, reason, order, counterparty, link, dummy,
-                          text, system, encrypt, cpSystem, profile, strike, expiry);
+                          marketTime, valueDate, status, reason, zero, zero, zero, zero, text, zero,
+                          encrypt, zero, zero, strike, expiry);
   }
 
-  // A two-way request out as order 55, then the dealer's quote for it.
+  // A new ticket with a two-way request out as order 55, then the dealer's quote for it.
   void ShowQuote(Integer language = 1) {
-    OpenTwoWayRequest(language);
-    Quote();
-  }
-  void OpenTwoWayRequest(Integer language = 1) {
     NewTicket();
     SetUpUser(kEveryRight, language);
     OpenActiveTwoWay();
-  }
-  void Quote() {
     Long from = 0, orderID = 55, account = 1, instrument = kEurUsd, type = 0, status = 16,
-         counterparty = 9, dummy = 0, system = 0, cpSystem = 4, profile = 0, primSec = 0;
+         counterparty = 9, zero = 0, cpSystem = 4;
     double strike = 0, quantity = 100000, bid = 1.2345, offer = 1.2350;
     Date duration = kNoDate + 30 / 86400.0, marketTime = 0, valueDate = 0, expiry = 0;
     Integer reason = 8;
     std::string text;
     Boolean encrypt = false;
-    ticket_->OrderGenericQuote(from, orderID, account, instrument, quantity, primSec, bid, offer,
-                               type, duration, marketTime, valueDate, status, reason,
-                               counterparty, dummy, text, system, encrypt, cpSystem, profile,
-                               strike, expiry);
+    ticket_->OrderGenericQuote(from, orderID, account, instrument, quantity, zero, bid, offer, type,
+                               duration, marketTime, valueDate, status, reason, counterparty, zero,
+                               text, zero, encrypt, cpSystem, zero, strike, expiry);
   }
 
   QTemporaryDir pdfDir_;
-  std::unique_ptr<QtHtmlPrinter> printer_;
+  std::unique_ptr<QtHtmlPrinter> printer_ = std::make_unique<QtHtmlPrinter>(pdfDir_.path());
   std::unique_ptr<TicketWidget> view_;
 };
 
