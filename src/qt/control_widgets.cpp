@@ -29,7 +29,9 @@ bool Printable(char32_t ch) { return ch >= 0x20 && ch != 0x7F && !(ch >= 0x80 &&
 
 // The application's style, with the panel of a text box drawn once per size, state and colours
 // and copied after: a box repaints at every new price, and the style's antialiased frame
-// costs more than the text inside it. The copy holds the same pixels the style draws.
+// costs more than the text inside it. The copy holds the same pixels the style draws, on the
+// face of the box's container, which shows in the corners the rounded frame leaves: the box
+// paints every pixel of its rectangle with that one copy.
 class PanelCacheStyle : public QProxyStyle {
  private:
   struct PanelKey {
@@ -37,7 +39,7 @@ class PanelCacheStyle : public QProxyStyle {
     uint state;
     int lineWidth;
     qreal ratio;
-    std::array<QRgb, 9> colours;
+    std::array<QRgb, 10> colours;
     auto operator<=>(const PanelKey&) const = default;
   };
   mutable std::map<PanelKey, QPixmap> panels_;
@@ -59,12 +61,15 @@ class PanelCacheStyle : public QProxyStyle {
                                      QPalette::Highlight, QPalette::Button, QPalette::Light,
                                      QPalette::Dark, QPalette::Mid, QPalette::Shadow})
       key.colours[i++] = pal.color(role).rgba();
+    const QWidget* container = widget ? widget->parentWidget() : nullptr;
+    const QColor face = (container ? container->palette() : pal).color(QPalette::Window);
+    key.colours[i] = face.rgba();
     auto it = panels_.find(key);
     if (it == panels_.end()) {
       if (panels_.size() >= 256) panels_.clear();  // sizes and colours seldom vary this much
       QPixmap panel(option->rect.size() * ratio);
       panel.setDevicePixelRatio(ratio);
-      panel.fill(Qt::transparent);
+      panel.fill(face);
       QPainter p(&panel);
       QStyleOptionFrame at = *frame;
       at.rect = QRect(QPoint(0, 0), option->rect.size());
@@ -148,24 +153,13 @@ TextBoxWidget::TextBoxWidget(TextBox& box, ViewLink& link, QWidget* parent)
   setAcceptDrops(false);
   setDragEnabled(false);
   setMaxLength(32767);
-  // The box paints every pixel of its rectangle (paintEvent), so a new text repaints the box
-  // alone, not the frame behind it.
+  // The box paints every pixel of its rectangle (its panel carries the container's face in
+  // its corners), so a new text repaints the box alone, not the frame behind it.
   setAttribute(Qt::WA_OpaquePaintEvent);
   setStyle(PanelStyle());
   // A last guard: should anything still edit the widget itself, the box's text comes back.
   connect(this, &QLineEdit::textEdited, this, [this] { showText(); });
   showText();
-}
-
-void TextBoxWidget::paintEvent(QPaintEvent* event) {
-  // The corners the style's panel leaves take the container's face, as the container would
-  // have painted them.
-  {
-    QPainter p(this);
-    const QWidget* container = parentWidget();
-    p.fillRect(event->rect(), (container ? container : this)->palette().color(QPalette::Window));
-  }
-  QLineEdit::paintEvent(event);
 }
 
 void TextBoxWidget::showText() {

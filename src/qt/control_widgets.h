@@ -64,7 +64,6 @@ class TextBoxWidget : public QLineEdit {
   void mouseReleaseEvent(QMouseEvent* event) override;
   void mouseDoubleClickEvent(QMouseEvent* event) override;
   void focusInEvent(QFocusEvent* event) override;
-  void paintEvent(QPaintEvent* event) override;
 
  private:
   void type(const QString& text);

@@ -2,24 +2,90 @@
 
 #include <QCoreApplication>
 #include <QDateTime>
+#include <QEvent>
+#include <QPointer>
 #include <QTimer>
 #include <algorithm>
+#include <chrono>
+#include <vector>
 
 #include "platform/date.h"
 #include "platform/forms.h"
 
 namespace quillon::view {
 
+// The repaints a yield holds back. Each window asks for its repaint with one posted
+// UpdateRequest and then waits for it, gathering every change; a yield that lets that request
+// through paints the window in the middle of a road, and the road's next change asks again. So
+// while a yield runs Qt's posted events the request is kept here instead, and the window is
+// painted once, from a zero timer: when the host's loop next turns, or at the next yield that
+// polls the system. Every change still reaches the screen; the road's intermediate states,
+// which no one could see in the microseconds they stood, are not painted.
+class QtMessageLoop::Repaints : public QObject {
+ public:
+  Repaints() {
+    timer_.setSingleShot(true);
+    timer_.setInterval(0);
+    QObject::connect(&timer_, &QTimer::timeout, &timer_, [this] { paint(); });
+  }
+
+  // Runs Qt's posted events, keeping back the windows' repaint requests.
+  void sendPostedEvents() {
+    holding_ = true;
+    QCoreApplication::sendPostedEvents();
+    holding_ = false;
+  }
+
+  bool eventFilter(QObject* watched, QEvent* event) override {
+    if (!holding_ || event->type() != QEvent::UpdateRequest || !watched->isWidgetType())
+      return false;
+    QPointer<QObject> window(watched);
+    if (std::find(owed_.begin(), owed_.end(), window) == owed_.end()) owed_.push_back(window);
+    if (!timer_.isActive()) timer_.start();
+    return true;
+  }
+
+ private:
+  // The requests kept back, delivered now.
+  void paint() {
+    std::vector<QPointer<QObject>> owed;
+    owed.swap(owed_);
+    for (const QPointer<QObject>& window : owed) {
+      if (!window) continue;  // closed in the meantime
+      QEvent request(QEvent::UpdateRequest);
+      QCoreApplication::sendEvent(window, &request);
+    }
+  }
+
+  bool holding_ = false;
+  std::vector<QPointer<QObject>> owed_;
+  QTimer timer_;
+};
+
 QtMessageLoop::QtMessageLoop() : owner_(std::make_unique<QObject>()) {}
 
 QtMessageLoop::~QtMessageLoop() {
   timers_.clear();
   owner_.reset();  // also the timers stopped while they were firing
+  repaints_.reset();
 }
 
 void QtMessageLoop::yield() {
+  // A poll is a system call, a road yields many times within a millisecond, and the system
+  // delivers nothing on a finer grain: timers, input and sockets wait at most kPollEvery, or
+  // until the road is back in the host's loop.
   // Nothing after this call reads the ticket: a handler run here may have destroyed it.
-  QCoreApplication::processEvents(QEventLoop::AllEvents);
+  if (!repaints_) {
+    repaints_ = std::make_unique<Repaints>();
+    QCoreApplication::instance()->installEventFilter(repaints_.get());
+  }
+  const auto now = std::chrono::steady_clock::now();
+  if (now - lastPoll_ >= kPollEvery) {
+    lastPoll_ = now;
+    QCoreApplication::processEvents(QEventLoop::AllEvents);
+  } else {
+    repaints_->sendPostedEvents();
+  }
 }
 
 Date QtMessageLoop::now() const {

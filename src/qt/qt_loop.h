@@ -2,6 +2,7 @@
 // control runs on a QTimer, the clock is the local wall clock.
 #pragma once
 
+#include <chrono>
 #include <map>
 #include <memory>
 
@@ -17,8 +18,11 @@ class QtMessageLoop : public MessageLoop {
   QtMessageLoop();
   ~QtMessageLoop() override;
 
-  // QCoreApplication::processEvents. A handler run from here may close and destroy the
-  // ticket that yielded; the loop itself must outlive every ticket that uses it.
+  // Lets Qt's pending events run. Qt's own queue of posted events runs at every call; the
+  // system (timers, input, sockets) is polled with QCoreApplication::processEvents at most
+  // once every kPollEvery. Windows repaint once the road that yields is back in the host's
+  // loop, or at a yield that polls. A handler run from here may close and destroy the ticket
+  // that yielded; the loop itself must outlive every ticket that uses it.
   void yield() override;
   Date now() const override;
   void startTimer(Timer& timer, Long intervalMs) override;
@@ -27,9 +31,14 @@ class QtMessageLoop : public MessageLoop {
   // Whether a timer is running.
   bool isRunning(const Timer& timer) const;
 
+  static constexpr std::chrono::microseconds kPollEvery{1000};
+
  private:
+  class Repaints;
   std::unique_ptr<QObject> owner_;  // parent of every QTimer, stopped ones included
   std::map<Timer*, QTimer*> timers_;
+  std::unique_ptr<Repaints> repaints_;
+  std::chrono::steady_clock::time_point lastPoll_{};  // the last yield that polled the system
 };
 
 }  // namespace quillon::view

@@ -349,6 +349,10 @@ void TicketWidget::Impl::showFont(Control& c, QWidget* w) {
   f.setPointSizeF(c.font.size);
   f.setBold(c.font.bold);
   f.setStrikeOut(c.FontStrikethru());
+  // A box shows prices and amounts and is rewritten at every tick: digits and Latin text need
+  // no shaping, which would be most of the cost of laying out and measuring each new text.
+  // Scripts that do need it are still shaped.
+  if (qobject_cast<QLineEdit*>(w)) f.setStyleStrategy(QFont::PreferNoShaping);
 
   // A caption that would be cut first takes the free room to its right, where no neighbour
   // stands (a translated option beside an empty stretch of its frame), if it is an option or a

@@ -1,8 +1,13 @@
-// The Qt message loop: timers on QTimer, and a handler that ends its own form.
+// The Qt message loop: timers on QTimer, a handler that ends its own form, and what a yield
+// lets run: posted events at once, the system's timers soon, repaints once the road is back.
 
 #include <gtest/gtest.h>
 
+#include <QElapsedTimer>
+#include <QLabel>
 #include <QTest>
+#include <QTimer>
+#include <chrono>
 #include <memory>
 
 #include "platform/forms.h"
@@ -44,6 +49,81 @@ TEST(QtMessageLoop, AHandlerMayDestroyTheFormOfItsOwnTimer) {
   EXPECT_TRUE(QTest::qWaitFor([&] { return form == nullptr; }, 2000));
   QTest::qWait(20);
   EXPECT_EQ(fired, 1);
+}
+
+// A label that counts its paints and remembers the text it last painted.
+class PaintedLabel : public QLabel {
+ public:
+  using QLabel::QLabel;
+  int paints = 0;
+  QString painted;
+
+ protected:
+  void paintEvent(QPaintEvent* event) override {
+    ++paints;
+    painted = text();
+    QLabel::paintEvent(event);
+  }
+};
+
+TEST(QtMessageLoop, AYieldRunsPostedEventsAtOnceAndADueTimerWithinTheRoad) {
+  QtMessageLoop loop;
+  QObject target;
+  int posted = 0;
+  for (int i = 0; i < 3; ++i) {
+    QMetaObject::invokeMethod(&target, [&] { ++posted; }, Qt::QueuedConnection);
+    loop.yield();
+    EXPECT_EQ(posted, i + 1);  // every yield, however close to the last
+  }
+
+  // A road that keeps yielding lets a timer of the host fire before it returns.
+  bool fired = false;
+  QTimer::singleShot(2, [&] { fired = true; });
+  QElapsedTimer road;
+  road.start();
+  while (!fired && road.elapsed() < 2000) loop.yield();
+  EXPECT_TRUE(fired);
+}
+
+TEST(QtMessageLoop, AWindowChangedInARoadIsPaintedOnceWithItsLastState) {
+  QtMessageLoop loop;
+  PaintedLabel label("1.2345");
+  label.show();
+  ASSERT_TRUE(QTest::qWaitForWindowExposed(&label));
+  QCoreApplication::processEvents();
+  loop.yield();  // polls: the road below runs within a poll interval of it
+  const auto start = std::chrono::steady_clock::now();
+  const int before = label.paints;
+
+  for (const char* text : {"1.2346", "1.2347", "1.2348"}) {
+    label.setText(text);
+    loop.yield();
+  }
+  // Nothing painted half way (unless the machine held the road up past a poll).
+  if (std::chrono::steady_clock::now() - start < QtMessageLoop::kPollEvery) {
+    EXPECT_EQ(label.paints, before);
+  }
+  QCoreApplication::processEvents();  // the road is back in the host's loop
+  EXPECT_EQ(label.paints, before + 1);
+  EXPECT_EQ(label.painted, "1.2348");
+
+  // A long road still paints, at the yields that poll the system.
+  label.setText("1.2349");
+  QElapsedTimer road;
+  road.start();
+  while (label.painted != "1.2349" && road.elapsed() < 2000) loop.yield();
+  EXPECT_EQ(label.painted, "1.2349");
+
+  // A window closed while its repaint waits is simply not painted.
+  auto doomed = std::make_unique<PaintedLabel>("x");
+  doomed->show();
+  ASSERT_TRUE(QTest::qWaitForWindowExposed(doomed.get()));
+  QCoreApplication::processEvents();
+  loop.yield();
+  doomed->setText("y");
+  loop.yield();
+  doomed.reset();
+  QCoreApplication::processEvents();
 }
 
 }  // namespace
