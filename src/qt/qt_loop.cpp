@@ -7,6 +7,7 @@
 #include <QTimer>
 #include <algorithm>
 #include <chrono>
+#include <utility>
 #include <vector>
 
 #include "platform/date.h"
@@ -28,12 +29,18 @@ class QtMessageLoop::Repaints : public QObject {
     timer_.setInterval(0);
     QObject::connect(&timer_, &QTimer::timeout, &timer_, [this] { paint(); });
   }
+  // A window that still waits asks again, or it would wait for good.
+  ~Repaints() override {
+    for (const QPointer<QObject>& window : owed_)
+      if (window)
+        QCoreApplication::postEvent(window, new QEvent(QEvent::UpdateRequest), Qt::LowEventPriority);
+  }
 
   // Runs Qt's posted events, keeping back the windows' repaint requests.
   void sendPostedEvents() {
-    holding_ = true;
+    const bool outer = std::exchange(holding_, true);  // a yield may run inside another's
     QCoreApplication::sendPostedEvents();
-    holding_ = false;
+    holding_ = outer;
   }
 
   bool eventFilter(QObject* watched, QEvent* event) override {
@@ -48,6 +55,9 @@ class QtMessageLoop::Repaints : public QObject {
  private:
   // The requests kept back, delivered now.
   void paint() {
+    // The timer may fire in a loop that runs inside a held yield (a modal dialog opened by a
+    // posted event): the requests delivered here are let through all the same.
+    const bool outer = std::exchange(holding_, false);
     std::vector<QPointer<QObject>> owed;
     owed.swap(owed_);
     for (const QPointer<QObject>& window : owed) {
@@ -55,6 +65,7 @@ class QtMessageLoop::Repaints : public QObject {
       QEvent request(QEvent::UpdateRequest);
       QCoreApplication::sendEvent(window, &request);
     }
+    holding_ = outer;
   }
 
   bool holding_ = false;

@@ -105,14 +105,38 @@ TEST(QtMessageLoop, AWindowChangedInARoadIsPaintedOnceWithItsLastState) {
   }
   QCoreApplication::processEvents();  // the road is back in the host's loop
   EXPECT_EQ(label.paints, before + 1);
-  EXPECT_EQ(label.painted, "1.2348");
+  EXPECT_EQ(label.painted.toStdString(), "1.2348");
 
   // A long road still paints, at the yields that poll the system.
   label.setText("1.2349");
   QElapsedTimer road;
   road.start();
   while (label.painted != "1.2349" && road.elapsed() < 2000) loop.yield();
-  EXPECT_EQ(label.painted, "1.2349");
+  EXPECT_EQ(label.painted.toStdString(), "1.2349");
+
+  // A loop run inside a yield (a modal dialog opened by a posted event) paints as it turns.
+  loop.yield();
+  QMetaObject::invokeMethod(
+      &label,
+      [&] {
+        label.setText("modal");
+        QElapsedTimer open;
+        open.start();
+        while (label.painted != "modal" && open.elapsed() < 2000) QCoreApplication::processEvents();
+      },
+      Qt::QueuedConnection);
+  loop.yield();
+  EXPECT_EQ(label.painted.toStdString(), "modal");
+
+  // A window whose repaint waits when the loop goes is painted all the same.
+  {
+    QtMessageLoop brief;
+    brief.yield();
+    label.setText("1.2350");
+    brief.yield();
+  }
+  QCoreApplication::processEvents();
+  EXPECT_EQ(label.painted.toStdString(), "1.2350");
 
   // A window closed while its repaint waits is simply not painted.
   auto doomed = std::make_unique<PaintedLabel>("x");
