@@ -86,6 +86,7 @@ void QtMessageLoop::yield() {
   // delivers nothing on a finer grain: timers, input and sockets wait at most kPollEvery, or
   // until the road is back in the host's loop.
   // Nothing after this call reads the ticket: a handler run here may have destroyed it.
+  if (!QCoreApplication::instance()) return;  // no application, no events to run
   if (!repaints_) {
     repaints_ = std::make_unique<Repaints>();
     QCoreApplication::instance()->installEventFilter(repaints_.get());
