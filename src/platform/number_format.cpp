@@ -1,6 +1,7 @@
 #include "platform/number_format.h"
 
 #include <algorithm>
+#include <cstring>
 #include <charconv>
 #include <cmath>
 #include <cstdio>
@@ -40,31 +41,51 @@ constexpr double kExactPowers[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7
                                    1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
 constexpr int kMaxExactPower = 22;
 
+// Which roads a call may take: the short ones for the usual numbers, or the general ones only.
+enum class Road { Any, General };
+
+// The 15-significant-digit decimal form as a whole number: M x 10^(wholeLength - 15), with
+// 10^14 <= M < 10^15.
+struct Digits15 {
+  std::uint64_t m = 0;
+  int wholeLength = 0;
+};
+
+// Powers of ten around the decimal exponents of the fast road, 1e-8 to 1e16, for guessing the
+// exponent; the negative ones are the nearest Doubles, which is all a guess needs.
+constexpr double kPowersFromMinus8[] = {1e-8, 1e-7, 1e-6, 1e-5, 1e-4, 1e-3, 1e-2, 1e-1, 1e0,
+                                        1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,  1e8,  1e9,
+                                        1e10, 1e11, 1e12, 1e13, 1e14, 1e15, 1e16};
+
 // The fast road for the usual numbers: M, 15 digits, such that M x 10^(wholeLength - 15)
 // reads back as the value. Such an M is the value rounded to 15 digits, since 15-digit
 // decimals lie further apart than Doubles do, so no other one comes as near. The check is
 // exact: M and the power of ten are exact Doubles, and one division or product of exact
 // values is correctly rounded. False where it does not apply.
-bool FifteenDigitsFast(double magnitude, Decimal& d) {
+bool FifteenDigitsFast(double magnitude, Digits15& d) {
   if (!(magnitude >= 1e-7 && magnitude < 1e15)) return false;
-  // The decimal exponent; a wrong guess at a power of ten leaves the range below.
-  int e10 = static_cast<int>(std::floor(std::log10(magnitude)));
+  // The decimal exponent from the binary one (1233 / 4096 is just below log10(2)), raised by
+  // one where the value has reached the next power of ten. A wrong guess at a power of ten
+  // leaves the range below.
+  const int e2 = static_cast<int>((std::bit_cast<std::uint64_t>(magnitude) >> 52) & 0x7FF) - 1023;
+  int e10 = (e2 * 1233) >> 12;
+  if (magnitude >= kPowersFromMinus8[e10 + 1 + 8]) ++e10;
   const int p = 14 - e10;  // scale to 15 whole digits
   if (p < 0 || p > kMaxExactPower) return false;
   const double scaled = magnitude * kExactPowers[p];
   if (!(scaled >= 1e14 && scaled < 1e15)) return false;
-  const auto m = static_cast<long long>(std::llround(scaled));
-  if (m >= 1000000000000000LL) return false;
+  // Below 2^50 a Double is a multiple of 1/8, so adding a half is exact and the whole part of
+  // the sum is the value rounded half up.
+  const auto m = static_cast<std::uint64_t>(scaled + 0.5);
+  if (m >= 1000000000000000ULL) return false;
   if (static_cast<double>(m) / kExactPowers[p] != magnitude) return false;
-  char buffer[16];
-  const auto written = std::to_chars(buffer, buffer + sizeof buffer, m);
-  d.digits.assign(buffer, written.ptr);
+  d.m = m;
   d.wholeLength = e10 + 1;
   return true;
 }
 
 // The 15-significant-digit decimal form of |value|, the precision a Double holds reliably.
-Decimal FifteenDigits(double value) {
+Decimal FifteenDigits(double value, Road road = Road::Any) {
   const double magnitude = std::fabs(value);
   Decimal d;
   if (magnitude == 0) {
@@ -72,7 +93,12 @@ Decimal FifteenDigits(double value) {
     d.wholeLength = 1;
     return d;
   }
-  if (FifteenDigitsFast(magnitude, d)) return d;
+  if (Digits15 fast; road == Road::Any && FifteenDigitsFast(magnitude, fast)) {
+    char buffer[16];
+    d.digits.assign(buffer, std::to_chars(buffer, buffer + sizeof buffer, fast.m).ptr);
+    d.wholeLength = fast.wholeLength;
+    return d;
+  }
   // "d.dddddddddddddde+XX", correctly rounded like printf's "%.14e"; 40 characters hold it.
   char buffer[40];
   const std::to_chars_result written = std::to_chars(
@@ -144,6 +170,48 @@ Rounded PlainDigits(double value) {
   return RoundDecimal(d, decimals);
 }
 
+// Powers of ten as whole numbers, 10^0 to 10^19.
+constexpr std::uint64_t kTens[] = {1ULL,
+                                   10ULL,
+                                   100ULL,
+                                   1000ULL,
+                                   10000ULL,
+                                   100000ULL,
+                                   1000000ULL,
+                                   10000000ULL,
+                                   100000000ULL,
+                                   1000000000ULL,
+                                   10000000000ULL,
+                                   100000000000ULL,
+                                   1000000000000ULL,
+                                   10000000000000ULL,
+                                   100000000000000ULL,
+                                   1000000000000000ULL,
+                                   10000000000000000ULL,
+                                   100000000000000000ULL,
+                                   1000000000000000000ULL,
+                                   10000000000000000000ULL};
+// Digits a rounded number may have on the whole-number road: 10^18 and below fit 64 bits.
+constexpr int kMaxPlainDigits = 18;
+constexpr int kMaxPlainDecimals = 18;
+
+// RoundDecimal on the 15-digit whole number: the value rounded to `decimals` decimals, halves
+// away from zero, times 10^decimals. False when that has more than 18 digits.
+bool RoundWhole(const Digits15& d, int decimals, std::uint64_t& n) {
+  const int keep = d.wholeLength + decimals;  // digits of M that stay
+  if (keep < 0) {
+    n = 0;
+  } else if (keep >= 15) {
+    if (keep > kMaxPlainDigits) return false;
+    n = d.m * kTens[keep - 15];
+  } else {
+    // The first dropped digit is 5 or more exactly when the dropped part is half or more.
+    const std::uint64_t dropped = kTens[15 - keep];
+    n = d.m / dropped + (d.m % dropped >= dropped / 2 ? 1 : 0);
+  }
+  return true;
+}
+
 // One section of a pattern.
 struct Section {
   struct Item {
@@ -158,6 +226,9 @@ struct Section {
   int decimals = 0;      // placeholders after the point
   int placeholders = 0;  // placeholders before it
   int minDigits = 0;     // whole digits always shown: from the leftmost 0 to the point
+  // Placeholders only, at least one, and few enough decimals for a whole number of 64 bits:
+  // the digits go out in one run, which FormatPlainSection writes.
+  bool plain = false;
 };
 
 Section ParseSection(std::string_view text) {
@@ -185,6 +256,10 @@ Section ParseSection(std::string_view text) {
     if (item.kind == Section::Item::Zero && firstZero == 0) firstZero = s.placeholders;
   }
   s.minDigits = firstZero == 0 ? 0 : s.placeholders - firstZero + 1;
+  const auto literal = [](const Section::Item& item) { return item.kind == Section::Item::Literal; };
+  s.plain = std::none_of(s.whole.begin(), s.whole.end(), literal) &&
+            std::none_of(s.fraction.begin(), s.fraction.end(), literal) &&
+            s.placeholders + s.decimals > 0 && s.decimals <= kMaxPlainDecimals;
   return s;
 }
 
@@ -248,6 +323,46 @@ std::string FormatSection(const Section& s, const Rounded& r, bool minus, const 
       ++index;
     }
   }
+  return out;
+}
+
+// FormatSection for a plain section and a number n x 10^-decimals other than 0, written from
+// the whole number without digit strings in between.
+std::string FormatPlainSection(const Section& s, std::uint64_t n, bool minus,
+                               const Locale& locale) {
+  const int decimals = s.decimals;
+  char whole[20];
+  const std::uint64_t wholeValue = n / kTens[decimals];
+  // No leading zeros: a whole part of 0 has no digits of its own.
+  const std::size_t wholeDigits =
+      wholeValue == 0 ? 0
+                      : static_cast<std::size_t>(std::to_chars(whole, whole + sizeof whole,
+                                                               wholeValue).ptr - whole);
+  const std::size_t length = std::max(wholeDigits, static_cast<std::size_t>(s.minDigits));
+  const std::size_t padding = length - wholeDigits;
+  char fraction[20];
+  std::uint64_t rest = n % kTens[decimals];
+  for (int i = decimals; i > 0; --i) {
+    fraction[i - 1] = static_cast<char>('0' + rest % 10);
+    rest /= 10;
+  }
+  // Trailing # decimals drop trailing zeros.
+  int shown = decimals;
+  while (shown > 0 && s.fraction[static_cast<std::size_t>(shown) - 1].kind == Section::Item::Hash &&
+         fraction[shown - 1] == '0')
+    --shown;
+
+  const std::string& grouping = locale.groupingSign();
+  std::string out;
+  out.reserve(length * (1 + grouping.size()) + static_cast<std::size_t>(decimals) + 8);
+  if (minus) out += '-';
+  for (std::size_t i = 0; i < length; ++i) {
+    out += i < padding ? '0' : whole[i - padding];
+    const std::size_t fromRight = length - 1 - i;
+    if (s.grouping && fromRight > 0 && fromRight % 3 == 0) out += grouping;
+  }
+  if (s.hasPoint) out += locale.decimalSign();
+  out.append(fraction, static_cast<std::size_t>(shown));
   return out;
 }
 
@@ -319,7 +434,35 @@ Reading ReadPlain(const std::string& plain, double& value) {
   return Reading::Numeric;
 }
 
-Reading ReadLocaleNumber(std::string_view text, const Locale& locale, double& value) {
+// The digits of a number under the locale: ASCII digits, its grouping signs in the whole
+// part, one decimal sign. Calls `digit` for each digit and `point` at the decimal sign, and
+// returns the position behind the last of them.
+template <typename Digit, typename Point>
+std::size_t ScanDigits(std::string_view text, std::size_t pos, const Locale& locale, Digit digit,
+                       Point point) {
+  const std::string& decimal = locale.decimalSign();
+  const std::string& grouping = locale.groupingSign();
+  bool afterPoint = false;
+  while (pos < text.size()) {
+    if (IsDigit(text[pos])) {
+      digit(text[pos++]);
+    } else if (!afterPoint && StartsWith(text, pos, decimal)) {
+      point();
+      afterPoint = true;
+      pos += decimal.size();
+    } else if (!afterPoint && StartsWith(text, pos, grouping)) {
+      pos += grouping.size();
+    } else {
+      break;
+    }
+  }
+  return pos;
+}
+
+// The largest whole number a Double holds together with every smaller one.
+constexpr std::uint64_t kExactWhole = 1ULL << 53;
+
+Reading ReadLocaleNumber(std::string_view text, const Locale& locale, double& value, Road road) {
   std::size_t pos = 0, end = text.size();
   while (pos < end && IsBlank(text[pos])) ++pos;
   while (end > pos && IsBlank(text[end - 1])) --end;
@@ -340,32 +483,32 @@ Reading ReadLocaleNumber(std::string_view text, const Locale& locale, double& va
     skipBlanks();
   }
 
-  std::string plain;  // ASCII digits, point and exponent; the sign is applied at the end
+  // The digits as a whole number, as far as 19 significant digits go, and how many of them
+  // stand behind the decimal sign.
+  const std::size_t digitsFrom = pos;
   bool digits = false, point = false;
-  while (pos < text.size()) {
-    if (IsDigit(text[pos])) {
-      plain += text[pos++];
-      digits = true;
-    } else if (!point && StartsWith(text, pos, locale.decimalSign())) {
-      plain += '.';
-      point = true;
-      pos += locale.decimalSign().size();
-    } else if (!point && StartsWith(text, pos, locale.groupingSign())) {
-      pos += locale.groupingSign().size();
-    } else {
-      break;
-    }
-  }
+  std::uint64_t whole = 0;
+  int significant = 0, decimals = 0;
+  pos = ScanDigits(
+      text, pos, locale,
+      [&](char c) {
+        digits = true;
+        decimals += point ? 1 : 0;
+        if (significant == 0 && c == '0') return;
+        if (++significant <= 19) whole = whole * 10 + static_cast<std::uint64_t>(c - '0');
+      },
+      [&] { point = true; });
   if (!digits) return Reading::NotNumeric;
 
+  const std::size_t exponentFrom = pos;
   if (pos < text.size() && (text[pos] == 'e' || text[pos] == 'E')) {
     ++pos;
-    plain += 'e';
-    if (pos < text.size() && (text[pos] == '+' || text[pos] == '-')) plain += text[pos++];
+    if (pos < text.size() && (text[pos] == '+' || text[pos] == '-')) ++pos;
     const std::size_t from = pos;
-    while (pos < text.size() && IsDigit(text[pos])) plain += text[pos++];
+    while (pos < text.size() && IsDigit(text[pos])) ++pos;
     if (pos == from) return Reading::NotNumeric;
   }
+  const std::size_t exponentTo = pos;
   skipBlanks();
   if (!sign && pos < text.size() && (text[pos] == '+' || text[pos] == '-')) {
     sign = text[pos++];
@@ -378,102 +521,135 @@ Reading ReadLocaleNumber(std::string_view text, const Locale& locale, double& va
   if (pos != text.size()) return Reading::NotNumeric;
 
   const bool negative = bracket || sign == '-';
-  const Reading reading = ReadPlain(plain, value);
+  Reading reading = Reading::Numeric;
+  if (road == Road::Any && exponentFrom == exponentTo && significant <= 19 &&
+      whole <= kExactWhole && decimals <= kMaxExactPower) {
+    // Both numbers are exact Doubles, and one division of exact values is correctly rounded:
+    // the Double nearest to the decimal, as the general reading gives it.
+    value = static_cast<double>(whole) / kExactPowers[decimals];
+  } else {
+    // ASCII digits, point and exponent; the sign is applied at the end.
+    std::string plain;
+    ScanDigits(
+        text, digitsFrom, locale, [&](char c) { plain += c; }, [&] { plain += '.'; });
+    if (exponentTo > exponentFrom) {
+      plain += 'e';
+      plain.append(text.substr(exponentFrom + 1, exponentTo - exponentFrom - 1));
+    }
+    reading = ReadPlain(plain, value);
+  }
   if (reading == Reading::Numeric) value = (negative ? -value : value) + 0.0;
   return reading;
 }
 
 // The last few number texts read and written on this thread, each with everything its result
-// depends on: the text or the value and pattern, and the locale's two signs. A ticket's refresh
-// reads back the boxes it has just written and checks the same amounts several times over;
-// those repeats are answered from here. Short texts only.
+// depends on: the text or the value and pattern, and the locale's signs (by their key). A
+// ticket's refresh reads back the boxes it has just written and checks the same amounts
+// several times over; those repeats are answered from here, the least recently used making
+// room for a new one. Short texts only, under a locale whose signs have a key.
 constexpr std::size_t kMemoSlots = 8;
 constexpr std::size_t kMemoLongest = 40;
 
-bool SameSigns(const std::string& decimal, const std::string& grouping, const Locale& locale) {
-  return decimal == locale.decimalSign() && grouping == locale.groupingSign();
-}
+// A short text kept in place, compared by its length and first eight bytes before the rest.
+class ShortText {
+ public:
+  static std::uint64_t HeadOf(std::string_view text) {
+    std::uint64_t head = 0;
+    if (!text.empty()) std::memcpy(&head, text.data(), std::min<std::size_t>(text.size(), 8));
+    return head;
+  }
+  bool equals(std::string_view text, std::uint64_t head) const {
+    return size_ == text.size() && head_ == head &&
+           (size_ <= 8 || std::memcmp(bytes_ + 8, text.data() + 8, size_ - 8) == 0);
+  }
+  void assign(std::string_view text, std::uint64_t head) {
+    head_ = head;
+    size_ = std::min(text.size(), kMemoLongest);
+    if (size_ > 0) std::memcpy(bytes_, text.data(), size_);
+  }
 
-struct ReadMemo {
-  struct Entry {
-    std::string text, decimal, grouping;
-    Reading reading = Reading::NotNumeric;
-    double value = 0;
-    bool used = false;
-  };
+ private:
+  std::uint64_t head_ = 0;
+  std::size_t size_ = kMemoLongest + 1;  // nothing kept yet: equal to no text
+  char bytes_[kMemoLongest] = {};
+};
+
+// A memo's entries; `used` is the turn of the last use, 0 for an entry never filled.
+template <typename Entry>
+struct Memo {
   Entry entries[kMemoSlots];
-  std::size_t next = 0;
+  std::uint64_t turn = 0;
+
+  // The entry that `matches`, marked as used now, or nullptr; `room` is then the least
+  // recently used entry, to be filled by fill().
+  template <typename Matches>
+  Entry* find(Matches matches, Entry*& room) {
+    room = &entries[0];
+    for (Entry& e : entries) {
+      if (e.used != 0 && matches(e)) {
+        e.used = ++turn;
+        return &e;
+      }
+      if (e.used < room->used) room = &e;
+    }
+    return nullptr;
+  }
+  void filled(Entry& e) { e.used = ++turn; }
+};
+
+struct ReadEntry {
+  ShortText text;
+  std::uint64_t signs = 0;
+  std::uint64_t used = 0;
+  Reading reading = Reading::NotNumeric;
+  double value = 0;
 };
 
 Reading ReadLocaleNumberOnce(std::string_view text, const Locale& locale, double& value) {
-  if (text.size() > kMemoLongest) return ReadLocaleNumber(text, locale, value);
-  thread_local ReadMemo memo;
-  for (const ReadMemo::Entry& e : memo.entries) {
-    if (e.used && e.text == text && SameSigns(e.decimal, e.grouping, locale)) {
-      value = e.value;
-      return e.reading;
-    }
+  const std::uint64_t signs = locale.signsKey();
+  if (text.size() > kMemoLongest || signs == 0)
+    return ReadLocaleNumber(text, locale, value, Road::Any);
+  thread_local Memo<ReadEntry> memo;
+  const std::uint64_t head = ShortText::HeadOf(text);
+  ReadEntry* room = nullptr;
+  if (const ReadEntry* e = memo.find(
+          [&](const ReadEntry& e) { return e.signs == signs && e.text.equals(text, head); },
+          room)) {
+    value = e->value;
+    return e->reading;
   }
-  const Reading reading = ReadLocaleNumber(text, locale, value);
-  ReadMemo::Entry& e = memo.entries[memo.next];
-  memo.next = (memo.next + 1) % kMemoSlots;
-  e.text.assign(text);
-  e.decimal = locale.decimalSign();
-  e.grouping = locale.groupingSign();
-  e.reading = reading;
-  e.value = value;
-  e.used = true;
+  const Reading reading = ReadLocaleNumber(text, locale, value, Road::Any);
+  room->text.assign(text, head);
+  room->signs = signs;
+  room->reading = reading;
+  room->value = value;
+  memo.filled(*room);
   return reading;
 }
 
-std::string FormatByPattern(double value, std::string_view pattern, const Locale& locale);
-
-}  // namespace
-
-std::string FormatNumber(double value, std::string_view pattern, const Locale& locale) {
-  CheckFinite(value);
-  if (pattern.empty()) return GeneralNumber(value, locale);
-  if (pattern.size() > kMemoLongest) return FormatByPattern(value, pattern, locale);
-  struct Entry {
-    std::uint64_t value = 0;
-    std::string pattern, decimal, grouping, text;
-    bool used = false;
-  };
-  thread_local Entry entries[kMemoSlots];
-  thread_local std::size_t next = 0;
-  const auto bits = std::bit_cast<std::uint64_t>(value);
-  for (const Entry& e : entries)
-    if (e.used && e.value == bits && e.pattern == pattern &&
-        SameSigns(e.decimal, e.grouping, locale))
-      return e.text;
-  std::string text = FormatByPattern(value, pattern, locale);
-  Entry& e = entries[next];
-  next = (next + 1) % kMemoSlots;
-  e.value = bits;
-  e.pattern.assign(pattern);
-  e.decimal = locale.decimalSign();
-  e.grouping = locale.groupingSign();
-  e.text = text;
-  e.used = true;
-  return text;
-}
-
-namespace {
-
-std::string FormatByPattern(double value, std::string_view pattern, const Locale& locale) {
+std::string FormatByPattern(double value, std::string_view pattern, const Locale& locale,
+                            Road road) {
   const std::vector<Section>& sections = ParsePattern(pattern);
+  const bool negative = value < 0;
+  const bool ownNegative = negative && sections.size() > 1 && !sections[1].empty;
+  const Section& s = ownNegative ? sections[1] : sections[0];
+  const bool minus = negative && !ownNegative;
 
-  const Decimal d = FifteenDigits(value);
+  // The usual number in a section of placeholders: rounded and written as whole numbers.
+  if (road == Road::Any && s.plain && value != 0) {
+    Digits15 digits;
+    std::uint64_t n = 0;
+    if (FifteenDigitsFast(std::fabs(value), digits) && RoundWhole(digits, s.decimals, n) &&
+        n != 0)
+      return FormatPlainSection(s, n, minus, locale);
+  }
+
+  const Decimal d = FifteenDigits(value, road);
   const auto formatZero = [&] {
     const Section& s = sections.size() > 2 && !sections[2].empty ? sections[2] : sections[0];
     if (s.empty) return GeneralNumber(0, locale);
     return FormatSection(s, RoundDecimal(Decimal{"0", 1}, s.decimals), false, locale);
   };
-
-  const bool negative = value < 0;
-  const bool ownNegative = negative && sections.size() > 1 && !sections[1].empty;
-  const Section& s = ownNegative ? sections[1] : sections[0];
-  const bool minus = negative && !ownNegative;
   if (s.empty) {
     if (value == 0) return formatZero();
     const std::string general = GeneralNumber(std::fabs(value), locale);
@@ -485,7 +661,46 @@ std::string FormatByPattern(double value, std::string_view pattern, const Locale
   return FormatSection(s, rounded, minus, locale);
 }
 
+struct FormatEntry {
+  std::uint64_t value = 0;
+  std::uint64_t signs = 0;
+  ShortText pattern;
+  std::uint64_t used = 0;
+  std::string text;
+};
+
 }  // namespace
+
+std::string FormatNumber(double value, std::string_view pattern, const Locale& locale) {
+  CheckFinite(value);
+  if (pattern.empty()) return GeneralNumber(value, locale);
+  const std::uint64_t signs = locale.signsKey();
+  if (pattern.size() > kMemoLongest || signs == 0)
+    return FormatByPattern(value, pattern, locale, Road::Any);
+  thread_local Memo<FormatEntry> memo;
+  const auto bits = std::bit_cast<std::uint64_t>(value);
+  const std::uint64_t head = ShortText::HeadOf(pattern);
+  FormatEntry* room = nullptr;
+  if (const FormatEntry* e = memo.find(
+          [&](const FormatEntry& e) {
+            return e.value == bits && e.signs == signs && e.pattern.equals(pattern, head);
+          },
+          room))
+    return e->text;
+  std::string text = FormatByPattern(value, pattern, locale, Road::Any);
+  room->value = bits;
+  room->signs = signs;
+  room->pattern.assign(pattern, head);
+  room->text = text;
+  memo.filled(*room);
+  return text;
+}
+
+std::string FormatNumberGeneral(double value, std::string_view pattern, const Locale& locale) {
+  CheckFinite(value);
+  if (pattern.empty()) return GeneralNumber(value, locale);
+  return FormatByPattern(value, pattern, locale, Road::General);
+}
 
 std::string StrOfDouble(double value) {
   CheckFinite(value);
@@ -512,9 +727,10 @@ bool IsNumericText(std::string_view text, const Locale& locale) {
   return ReadLocaleNumberOnce(text, locale, value) == Reading::Numeric;
 }
 
-double ReadNumericText(std::string_view text, const Locale& locale) {
-  double value = 0;
-  switch (ReadLocaleNumberOnce(text, locale, value)) {
+namespace {
+
+double ValueOrRaise(Reading reading, double value) {
+  switch (reading) {
     case Reading::Numeric:
       return value;
     case Reading::TooLarge:
@@ -523,6 +739,20 @@ double ReadNumericText(std::string_view text, const Locale& locale) {
       break;
   }
   Raise(kTypeMismatch);
+}
+
+}  // namespace
+
+double ReadNumericText(std::string_view text, const Locale& locale) {
+  double value = 0;
+  const Reading reading = ReadLocaleNumberOnce(text, locale, value);
+  return ValueOrRaise(reading, value);
+}
+
+double ReadNumericTextGeneral(std::string_view text, const Locale& locale) {
+  double value = 0;
+  const Reading reading = ReadLocaleNumber(text, locale, value, Road::General);
+  return ValueOrRaise(reading, value);
 }
 
 double Val(std::string_view text) {
