@@ -51,37 +51,68 @@ struct Digits15 {
   int wholeLength = 0;
 };
 
-// Powers of ten around the decimal exponents of the fast road, 1e-8 to 1e16, for guessing the
-// exponent; the negative ones are the nearest Doubles, which is all a guess needs.
-constexpr double kPowersFromMinus8[] = {1e-8, 1e-7, 1e-6, 1e-5, 1e-4, 1e-3, 1e-2, 1e-1, 1e0,
-                                        1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,  1e8,  1e9,
-                                        1e10, 1e11, 1e12, 1e13, 1e14, 1e15, 1e16};
+// Powers of five that fit 64 bits with room for a 53-bit factor in 128: 5^0 to 5^22.
+constexpr std::uint64_t kFives[] = {1ULL,
+                                    5ULL,
+                                    25ULL,
+                                    125ULL,
+                                    625ULL,
+                                    3125ULL,
+                                    15625ULL,
+                                    78125ULL,
+                                    390625ULL,
+                                    1953125ULL,
+                                    9765625ULL,
+                                    48828125ULL,
+                                    244140625ULL,
+                                    1220703125ULL,
+                                    6103515625ULL,
+                                    30517578125ULL,
+                                    152587890625ULL,
+                                    762939453125ULL,
+                                    3814697265625ULL,
+                                    19073486328125ULL,
+                                    95367431640625ULL,
+                                    476837158203125ULL,
+                                    2384185791015625ULL};
+constexpr std::uint64_t kTenPow14 = 100000000000000ULL;
+constexpr std::uint64_t kTenPow15 = 1000000000000000ULL;
 
-// The fast road for the usual numbers: M, 15 digits, such that M x 10^(wholeLength - 15)
-// reads back as the value. Such an M is the value rounded to 15 digits, since 15-digit
-// decimals lie further apart than Doubles do, so no other one comes as near. The check is
-// exact: M and the power of ten are exact Doubles, and one division or product of exact
-// values is correctly rounded. False where it does not apply.
+// The fast road for the usual numbers, 1e-7 to 1e15: the value's 15 digits worked out exactly
+// in whole numbers. The value is f x 2^e with a 53-bit f, so value x 10^p is f x 5^p x 2^(e+p),
+// a 128-bit product shifted right; the bits shifted out round it, to even on an exact half,
+// as the general road's digits are rounded. False where it does not apply.
 bool FifteenDigitsFast(double magnitude, Digits15& d) {
   if (!(magnitude >= 1e-7 && magnitude < 1e15)) return false;
-  // The decimal exponent from the binary one (1233 / 4096 is just below log10(2)), raised by
-  // one where the value has reached the next power of ten. A wrong guess at a power of ten
-  // leaves the range below.
-  const int e2 = static_cast<int>((std::bit_cast<std::uint64_t>(magnitude) >> 52) & 0x7FF) - 1023;
-  int e10 = (e2 * 1233) >> 12;
-  if (magnitude >= kPowersFromMinus8[e10 + 1 + 8]) ++e10;
-  const int p = 14 - e10;  // scale to 15 whole digits
-  if (p < 0 || p > kMaxExactPower) return false;
-  const double scaled = magnitude * kExactPowers[p];
-  if (!(scaled >= 1e14 && scaled < 1e15)) return false;
-  // Below 2^50 a Double is a multiple of 1/8, so adding a half is exact and the whole part of
-  // the sum is the value rounded half up.
-  const auto m = static_cast<std::uint64_t>(scaled + 0.5);
-  if (m >= 1000000000000000ULL) return false;
-  if (static_cast<double>(m) / kExactPowers[p] != magnitude) return false;
-  d.m = m;
-  d.wholeLength = e10 + 1;
-  return true;
+  const auto bits = std::bit_cast<std::uint64_t>(magnitude);
+  const int biased = static_cast<int>((bits >> 52) & 0x7FF);  // a normal number in this range
+  const std::uint64_t f = (bits & ((std::uint64_t{1} << 52) - 1)) | (std::uint64_t{1} << 52);
+  const int e = biased - 1075;
+  // The decimal exponent: floor(e2 x log10(2)) with 1233 / 4096 just below log10(2), which is
+  // the exponent of the value or one below it.
+  int e10 = ((biased - 1023) * 1233) >> 12;
+  for (int attempt = 0; attempt < 2; ++attempt, ++e10) {
+    const int p = 14 - e10;  // scale to 15 whole digits
+    if (p < 0 || p > 22) return false;
+    const unsigned __int128 n = static_cast<unsigned __int128>(f) * kFives[p];
+    const int shift = -(e + p);  // value x 10^p = n / 2^shift, and shift > 0 here
+    if (shift <= 0 || shift >= 100) return false;
+    const auto whole = static_cast<std::uint64_t>(n >> shift);
+    if (whole >= kTenPow15) continue;  // the exponent was one below: once more
+    if (whole < kTenPow14) return false;
+    const unsigned __int128 rest = n - (static_cast<unsigned __int128>(whole) << shift);
+    const unsigned __int128 half = static_cast<unsigned __int128>(1) << (shift - 1);
+    std::uint64_t m = whole + (rest > half || (rest == half && (whole & 1) != 0) ? 1 : 0);
+    int wholeLength = e10 + 1;
+    if (m == kTenPow15) {  // 999...9.5 rounds up to the next power of ten
+      m = kTenPow14;
+      ++wholeLength;
+    }
+    d.m = m;
+    d.wholeLength = wholeLength;
+    return true;
+  }
+  return false;
 }
 
 // The 15-significant-digit decimal form of |value|, the precision a Double holds reliably.
@@ -550,26 +581,48 @@ Reading ReadLocaleNumber(std::string_view text, const Locale& locale, double& va
 constexpr std::size_t kMemoSlots = 8;
 constexpr std::size_t kMemoLongest = 40;
 
-// A short text kept in place, compared by its length and first eight bytes before the rest.
+// A short text kept in place. Its key is made of whole-word loads, overlapping where the text
+// is not a multiple of eight bytes long: together with the length the two words are the text
+// itself up to 16 bytes, and a longer one compares its middle bytes too.
 class ShortText {
  public:
-  static std::uint64_t HeadOf(std::string_view text) {
-    std::uint64_t head = 0;
-    if (!text.empty()) std::memcpy(&head, text.data(), std::min<std::size_t>(text.size(), 8));
-    return head;
+  struct Key {
+    std::uint64_t first = 0, last = 0;
+  };
+  static Key KeyOf(std::string_view text) {
+    const char* p = text.data();
+    const std::size_t n = text.size();
+    Key key;
+    if (n >= 8) {
+      key.first = Load<std::uint64_t>(p);
+      key.last = Load<std::uint64_t>(p + n - 8);
+    } else if (n >= 4) {
+      key.first = Load<std::uint32_t>(p) | std::uint64_t{Load<std::uint32_t>(p + n - 4)} << 32;
+    } else if (n > 0) {
+      key.first = Byte(p[0]) | Byte(p[n / 2]) << 8 | Byte(p[n - 1]) << 16;
+    }
+    return key;
   }
-  bool equals(std::string_view text, std::uint64_t head) const {
-    return size_ == text.size() && head_ == head &&
-           (size_ <= 8 || std::memcmp(bytes_ + 8, text.data() + 8, size_ - 8) == 0);
+  bool equals(std::string_view text, const Key& key) const {
+    return size_ == text.size() && key_.first == key.first && key_.last == key.last &&
+           (size_ <= 16 || std::memcmp(bytes_ + 8, text.data() + 8, size_ - 16) == 0);
   }
-  void assign(std::string_view text, std::uint64_t head) {
-    head_ = head;
+  void assign(std::string_view text, const Key& key) {
+    key_ = key;
     size_ = std::min(text.size(), kMemoLongest);
     if (size_ > 0) std::memcpy(bytes_, text.data(), size_);
   }
 
  private:
-  std::uint64_t head_ = 0;
+  template <typename Word>
+  static Word Load(const char* p) {
+    Word w;
+    std::memcpy(&w, p, sizeof w);
+    return w;
+  }
+  static std::uint64_t Byte(char c) { return static_cast<unsigned char>(c); }
+
+  Key key_;
   std::size_t size_ = kMemoLongest + 1;  // nothing kept yet: equal to no text
   char bytes_[kMemoLongest] = {};
 };
@@ -610,16 +663,16 @@ Reading ReadLocaleNumberOnce(std::string_view text, const Locale& locale, double
   if (text.size() > kMemoLongest || signs == 0)
     return ReadLocaleNumber(text, locale, value, Road::Any);
   thread_local Memo<ReadEntry> memo;
-  const std::uint64_t head = ShortText::HeadOf(text);
+  const ShortText::Key key = ShortText::KeyOf(text);
   ReadEntry* room = nullptr;
   if (const ReadEntry* e = memo.find(
-          [&](const ReadEntry& e) { return e.signs == signs && e.text.equals(text, head); },
+          [&](const ReadEntry& e) { return e.signs == signs && e.text.equals(text, key); },
           room)) {
     value = e->value;
     return e->reading;
   }
   const Reading reading = ReadLocaleNumber(text, locale, value, Road::Any);
-  room->text.assign(text, head);
+  room->text.assign(text, key);
   room->signs = signs;
   room->reading = reading;
   room->value = value;
@@ -679,18 +732,18 @@ std::string FormatNumber(double value, std::string_view pattern, const Locale& l
     return FormatByPattern(value, pattern, locale, Road::Any);
   thread_local Memo<FormatEntry> memo;
   const auto bits = std::bit_cast<std::uint64_t>(value);
-  const std::uint64_t head = ShortText::HeadOf(pattern);
+  const ShortText::Key key = ShortText::KeyOf(pattern);
   FormatEntry* room = nullptr;
   if (const FormatEntry* e = memo.find(
           [&](const FormatEntry& e) {
-            return e.value == bits && e.signs == signs && e.pattern.equals(pattern, head);
+            return e.value == bits && e.signs == signs && e.pattern.equals(pattern, key);
           },
           room))
     return e->text;
   std::string text = FormatByPattern(value, pattern, locale, Road::Any);
   room->value = bits;
   room->signs = signs;
-  room->pattern.assign(pattern, head);
+  room->pattern.assign(pattern, key);
   room->text = text;
   memo.filled(*room);
   return text;

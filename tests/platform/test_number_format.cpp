@@ -320,6 +320,10 @@ std::vector<double> AwkwardValues() {
                   static_cast<int>(random() % 30) - 20);
     values.push_back(std::strtod(text, nullptr));
     values.push_back(std::ldexp(static_cast<double>(random() >> 11), static_cast<int>(random() % 130) - 110));
+    // Exact halves at the 16th digit, which round to the even 15th.
+    const double k = static_cast<double>(random() % 100000000000000ULL);
+    values.insert(values.end(), {1e14 + k + 0.5, 1e13 + std::floor(k / 10) + 0.25,
+                                 1e12 + std::floor(k / 100) + 0.625});
   }
   for (std::size_t i = 0, n = values.size(); i < n; ++i) values.push_back(-values[i]);
   return values;
@@ -329,7 +333,8 @@ TEST(NumberRoads, ShortRoadsGiveWhatTheGeneralRoadsGive) {
   const std::vector<double> values = AwkwardValues();
   const char* patterns[] = {"0.0000", "0.00",   "0.0",   "00",  "0",        kAmount,
                             "####;(####)", "#,##0", "0.0#", ".00", "000000", "0.00000000",
-                            "0.000000000000000000", "0.0000000000000000000", "#"};
+                            "0.000000000000000000", "0.0000000000000000000", "#",
+                            "#0-00.0# EUR"};
   // What a reading gives: the value's bits, or the error it raises.
   const auto outcome = [](auto read) {
     try {
