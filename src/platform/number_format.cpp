@@ -222,6 +222,26 @@ constexpr std::uint64_t kTens[] = {1ULL,
                                    100000000000000000ULL,
                                    1000000000000000000ULL,
                                    10000000000000000000ULL};
+// x / 10^k and its remainder, k from 0 to 19. Each division is by a constant, which the
+// compiler turns into a product: a division by a divisor known only at run time is slow.
+std::uint64_t DivideByTen(std::uint64_t x, int k, std::uint64_t& remainder) {
+  switch (k) {
+#define QUILLON_DIVIDE_CASE(K)                   \
+  case K:                                        \
+    remainder = x % kTens[K];                    \
+    return x / kTens[K];
+    QUILLON_DIVIDE_CASE(0) QUILLON_DIVIDE_CASE(1) QUILLON_DIVIDE_CASE(2) QUILLON_DIVIDE_CASE(3)
+    QUILLON_DIVIDE_CASE(4) QUILLON_DIVIDE_CASE(5) QUILLON_DIVIDE_CASE(6) QUILLON_DIVIDE_CASE(7)
+    QUILLON_DIVIDE_CASE(8) QUILLON_DIVIDE_CASE(9) QUILLON_DIVIDE_CASE(10) QUILLON_DIVIDE_CASE(11)
+    QUILLON_DIVIDE_CASE(12) QUILLON_DIVIDE_CASE(13) QUILLON_DIVIDE_CASE(14)
+    QUILLON_DIVIDE_CASE(15) QUILLON_DIVIDE_CASE(16) QUILLON_DIVIDE_CASE(17)
+    QUILLON_DIVIDE_CASE(18)
+    default:  // 19
+      QUILLON_DIVIDE_CASE(19)
+#undef QUILLON_DIVIDE_CASE
+  }
+}
+
 // Digits a rounded number may have on the whole-number road: 10^18 and below fit 64 bits.
 constexpr int kMaxPlainDigits = 18;
 constexpr int kMaxPlainDecimals = 18;
@@ -237,8 +257,9 @@ bool RoundWhole(const Digits15& d, int decimals, std::uint64_t& n) {
     n = d.m * kTens[keep - 15];
   } else {
     // The first dropped digit is 5 or more exactly when the dropped part is half or more.
-    const std::uint64_t dropped = kTens[15 - keep];
-    n = d.m / dropped + (d.m % dropped >= dropped / 2 ? 1 : 0);
+    std::uint64_t rest = 0;
+    n = DivideByTen(d.m, 15 - keep, rest);
+    n += rest >= kTens[15 - keep] / 2 ? 1 : 0;
   }
   return true;
 }
@@ -363,7 +384,8 @@ std::string FormatPlainSection(const Section& s, std::uint64_t n, bool minus,
                                const Locale& locale) {
   const int decimals = s.decimals;
   char whole[20];
-  const std::uint64_t wholeValue = n / kTens[decimals];
+  std::uint64_t rest = 0;
+  const std::uint64_t wholeValue = DivideByTen(n, decimals, rest);
   // No leading zeros: a whole part of 0 has no digits of its own.
   const std::size_t wholeDigits =
       wholeValue == 0 ? 0
@@ -372,7 +394,6 @@ std::string FormatPlainSection(const Section& s, std::uint64_t n, bool minus,
   const std::size_t length = std::max(wholeDigits, static_cast<std::size_t>(s.minDigits));
   const std::size_t padding = length - wholeDigits;
   char fraction[20];
-  std::uint64_t rest = n % kTens[decimals];
   for (int i = decimals; i > 0; --i) {
     fraction[i - 1] = static_cast<char>('0' + rest % 10);
     rest /= 10;
@@ -634,17 +655,24 @@ struct Memo {
   std::uint64_t turn = 0;
 
   // The entry that `matches`, marked as used now, or nullptr; `room` is then the least
-  // recently used entry, to be filled by fill().
+  // recently used entry, to be filled by filled().
   template <typename Matches>
   Entry* find(Matches matches, Entry*& room) {
-    room = &entries[0];
     for (Entry& e : entries) {
       if (e.used != 0 && matches(e)) {
         e.used = ++turn;
         return &e;
       }
-      if (e.used < room->used) room = &e;
     }
+    std::size_t oldest = 0;
+    std::uint64_t oldestUse = entries[0].used;
+    for (std::size_t i = 1; i < kMemoSlots; ++i) {
+      if (entries[i].used < oldestUse) {
+        oldest = i;
+        oldestUse = entries[i].used;
+      }
+    }
+    room = &entries[oldest];
     return nullptr;
   }
   void filled(Entry& e) { e.used = ++turn; }
