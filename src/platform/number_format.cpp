@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "platform/runtime_error.h"
+#include "platform/short_text.h"
 
 namespace quillon {
 
@@ -405,15 +406,19 @@ std::string FormatPlainSection(const Section& s, std::uint64_t n, bool minus,
     --shown;
 
   const std::string& grouping = locale.groupingSign();
+  const std::string& decimalSign = locale.decimalSign();
+  const std::size_t groups = s.grouping && length > 0 ? (length - 1) / 3 : 0;
   std::string out;
-  out.reserve(length * (1 + grouping.size()) + static_cast<std::size_t>(decimals) + 8);
+  // The exact length: a short text stays within the string itself, with no allocation.
+  out.reserve((minus ? 1 : 0) + length + groups * grouping.size() +
+              (s.hasPoint ? decimalSign.size() : 0) + static_cast<std::size_t>(shown));
   if (minus) out += '-';
   for (std::size_t i = 0; i < length; ++i) {
     out += i < padding ? '0' : whole[i - padding];
     const std::size_t fromRight = length - 1 - i;
     if (s.grouping && fromRight > 0 && fromRight % 3 == 0) out += grouping;
   }
-  if (s.hasPoint) out += locale.decimalSign();
+  if (s.hasPoint) out += decimalSign;
   out.append(fraction, static_cast<std::size_t>(shown));
   return out;
 }
@@ -602,48 +607,22 @@ Reading ReadLocaleNumber(std::string_view text, const Locale& locale, double& va
 constexpr std::size_t kMemoSlots = 8;
 constexpr std::size_t kMemoLongest = 40;
 
-// A short text kept in place. Its key is made of whole-word loads, overlapping where the text
-// is not a multiple of eight bytes long: together with the length the two words are the text
-// itself up to 16 bytes, and a longer one compares its middle bytes too.
+// A short text kept in place with its key (platform/short_text.h); a text longer than 16
+// bytes compares its middle bytes too.
 class ShortText {
  public:
-  struct Key {
-    std::uint64_t first = 0, last = 0;
-  };
-  static Key KeyOf(std::string_view text) {
-    const char* p = text.data();
-    const std::size_t n = text.size();
-    Key key;
-    if (n >= 8) {
-      key.first = Load<std::uint64_t>(p);
-      key.last = Load<std::uint64_t>(p + n - 8);
-    } else if (n >= 4) {
-      key.first = Load<std::uint32_t>(p) | std::uint64_t{Load<std::uint32_t>(p + n - 4)} << 32;
-    } else if (n > 0) {
-      key.first = Byte(p[0]) | Byte(p[n / 2]) << 8 | Byte(p[n - 1]) << 16;
-    }
-    return key;
-  }
-  bool equals(std::string_view text, const Key& key) const {
-    return size_ == text.size() && key_.first == key.first && key_.last == key.last &&
+  bool equals(std::string_view text, const ShortTextKey& key) const {
+    return size_ == text.size() && key_ == key &&
            (size_ <= 16 || std::memcmp(bytes_ + 8, text.data() + 8, size_ - 16) == 0);
   }
-  void assign(std::string_view text, const Key& key) {
+  void assign(std::string_view text, const ShortTextKey& key) {
     key_ = key;
     size_ = std::min(text.size(), kMemoLongest);
     if (size_ > 0) std::memcpy(bytes_, text.data(), size_);
   }
 
  private:
-  template <typename Word>
-  static Word Load(const char* p) {
-    Word w;
-    std::memcpy(&w, p, sizeof w);
-    return w;
-  }
-  static std::uint64_t Byte(char c) { return static_cast<unsigned char>(c); }
-
-  Key key_;
+  ShortTextKey key_;
   std::size_t size_ = kMemoLongest + 1;  // nothing kept yet: equal to no text
   char bytes_[kMemoLongest] = {};
 };
@@ -691,7 +670,7 @@ Reading ReadLocaleNumberOnce(std::string_view text, const Locale& locale, double
   if (text.size() > kMemoLongest || signs == 0)
     return ReadLocaleNumber(text, locale, value, Road::Any);
   thread_local Memo<ReadEntry> memo;
-  const ShortText::Key key = ShortText::KeyOf(text);
+  const ShortTextKey key = KeyOfText(text);
   ReadEntry* room = nullptr;
   if (const ReadEntry* e = memo.find(
           [&](const ReadEntry& e) { return e.signs == signs && e.text.equals(text, key); },
@@ -760,7 +739,7 @@ std::string FormatNumber(double value, std::string_view pattern, const Locale& l
     return FormatByPattern(value, pattern, locale, Road::Any);
   thread_local Memo<FormatEntry> memo;
   const auto bits = std::bit_cast<std::uint64_t>(value);
-  const ShortText::Key key = ShortText::KeyOf(pattern);
+  const ShortTextKey key = KeyOfText(pattern);
   FormatEntry* room = nullptr;
   if (const FormatEntry* e = memo.find(
           [&](const FormatEntry& e) {
