@@ -787,6 +787,13 @@ bool IsNumericText(std::string_view text, const Locale& locale) {
   return ReadLocaleNumberOnce(text, locale, value) == Reading::Numeric;
 }
 
+bool TryReadNumericText(std::string_view text, const Locale& locale, double& value) {
+  double read = 0;
+  if (ReadLocaleNumberOnce(text, locale, read) != Reading::Numeric) return false;
+  value = read;
+  return true;
+}
+
 namespace {
 
 double ValueOrRaise(Reading reading, double value) {

@@ -42,6 +42,10 @@ bool IsNumericText(std::string_view text, const Locale& locale);
 // "Overflow" for a number beyond the range of a Double.
 double ReadNumericText(std::string_view text, const Locale& locale);
 
+// IsNumericText and ReadNumericText at once: for a numeric text true, with its value in
+// `value`; otherwise false, with `value` as it was.
+bool TryReadNumericText(std::string_view text, const Locale& locale, double& value);
+
 // FormatNumber and ReadNumericText by their general roads alone: no texts kept from earlier
 // calls, and no short roads for the usual numbers (the 15 digits of a Double as a whole
 // number, a section of placeholders written from whole numbers, a plain decimal read as a

@@ -222,7 +222,13 @@ TEST_P(NumberFormatTest, NumericTextAndItsValue) {
     SCOPED_TRACE(testing::Message() << "\"" << c.text << "\"");
     const bool numeric = de ? c.deNumeric : c.enNumeric;
     EXPECT_EQ(IsNumericText(c.text, locale_), numeric);
+    double tried = -7;
+    EXPECT_EQ(TryReadNumericText(c.text, locale_, tried), numeric);
+    if (!numeric) {
+      EXPECT_EQ(tried, -7);  // untouched
+    }
     if (numeric) {
+      EXPECT_DOUBLE_EQ(tried, de ? c.deValue : c.enValue);
       EXPECT_DOUBLE_EQ(ReadNumericText(c.text, locale_), de ? c.deValue : c.enValue);
     } else {
       EXPECT_NE(ErrorOf([&] { ReadNumericText(c.text, locale_); }), 0);
