@@ -408,18 +408,25 @@ std::string FormatPlainSection(const Section& s, std::uint64_t n, bool minus,
   const std::string& grouping = locale.groupingSign();
   const std::string& decimalSign = locale.decimalSign();
   const std::size_t groups = s.grouping && length > 0 ? (length - 1) / 3 : 0;
-  std::string out;
-  // The exact length: a short text stays within the string itself, with no allocation.
-  out.reserve((minus ? 1 : 0) + length + groups * grouping.size() +
-              (s.hasPoint ? decimalSign.size() : 0) + static_cast<std::size_t>(shown));
-  if (minus) out += '-';
+  // Written in place at its exact length: a short text stays within the string itself.
+  std::string out((minus ? 1 : 0) + length + groups * grouping.size() +
+                      (s.hasPoint ? decimalSign.size() : 0) + static_cast<std::size_t>(shown),
+                  '0');
+  char* p = out.data();
+  if (minus) *p++ = '-';
   for (std::size_t i = 0; i < length; ++i) {
-    out += i < padding ? '0' : whole[i - padding];
+    *p++ = i < padding ? '0' : whole[i - padding];
     const std::size_t fromRight = length - 1 - i;
-    if (s.grouping && fromRight > 0 && fromRight % 3 == 0) out += grouping;
+    if (s.grouping && fromRight > 0 && fromRight % 3 == 0) {
+      std::memcpy(p, grouping.data(), grouping.size());
+      p += grouping.size();
+    }
   }
-  if (s.hasPoint) out += decimalSign;
-  out.append(fraction, static_cast<std::size_t>(shown));
+  if (s.hasPoint) {
+    std::memcpy(p, decimalSign.data(), decimalSign.size());
+    p += decimalSign.size();
+  }
+  std::memcpy(p, fraction, static_cast<std::size_t>(shown));
   return out;
 }
 
@@ -500,14 +507,19 @@ std::size_t ScanDigits(std::string_view text, std::size_t pos, const Locale& loc
   const std::string& decimal = locale.decimalSign();
   const std::string& grouping = locale.groupingSign();
   bool afterPoint = false;
+  // A sign is compared in full only where its first byte stands.
+  const char decimalFirst = decimal.empty() ? '\0' : decimal[0];
+  const char groupingFirst = grouping.empty() ? '\0' : grouping[0];
   while (pos < text.size()) {
-    if (IsDigit(text[pos])) {
-      digit(text[pos++]);
-    } else if (!afterPoint && StartsWith(text, pos, decimal)) {
+    const char c = text[pos];
+    if (IsDigit(c)) {
+      digit(c);
+      ++pos;
+    } else if (!afterPoint && c == decimalFirst && StartsWith(text, pos, decimal)) {
       point();
       afterPoint = true;
       pos += decimal.size();
-    } else if (!afterPoint && StartsWith(text, pos, grouping)) {
+    } else if (!afterPoint && c == groupingFirst && StartsWith(text, pos, grouping)) {
       pos += grouping.size();
     } else {
       break;
@@ -627,19 +639,34 @@ class ShortText {
   char bytes_[kMemoLongest] = {};
 };
 
-// A memo's entries; `used` is the turn of the last use, 0 for an entry never filled.
+// A memo's entries; `used` is the turn of the last use, 0 for an entry never filled. A
+// look-up first tries the entry its key was last found in or put in (by a few bits of the
+// key), and scans them all only when that is another's.
 template <typename Entry>
 struct Memo {
   Entry entries[kMemoSlots];
+  std::uint8_t hints[kMemoSlots] = {};
   std::uint64_t turn = 0;
+
+  static std::size_t HintOf(std::uint64_t a, std::uint64_t b) {
+    return static_cast<std::size_t>(((a ^ (b << 1)) * 0x9E3779B97F4A7C15ULL) >> 61);
+  }
 
   // The entry that `matches`, marked as used now, or nullptr; `room` is then the least
   // recently used entry, to be filled by filled().
   template <typename Matches>
-  Entry* find(Matches matches, Entry*& room) {
-    for (Entry& e : entries) {
+  Entry* find(std::size_t hint, Matches matches, Entry*& room) {
+    static_assert(kMemoSlots == 8, "hints are three bits");
+    Entry& hinted = entries[hints[hint]];
+    if (hinted.used != 0 && matches(hinted)) {
+      hinted.used = ++turn;
+      return &hinted;
+    }
+    for (std::size_t i = 0; i < kMemoSlots; ++i) {
+      Entry& e = entries[i];
       if (e.used != 0 && matches(e)) {
         e.used = ++turn;
+        hints[hint] = static_cast<std::uint8_t>(i);
         return &e;
       }
     }
@@ -651,6 +678,7 @@ struct Memo {
         oldestUse = entries[i].used;
       }
     }
+    hints[hint] = static_cast<std::uint8_t>(oldest);
     room = &entries[oldest];
     return nullptr;
   }
@@ -672,8 +700,9 @@ Reading ReadLocaleNumberOnce(std::string_view text, const Locale& locale, double
   thread_local Memo<ReadEntry> memo;
   const ShortTextKey key = KeyOfText(text);
   ReadEntry* room = nullptr;
+  const std::size_t hint = Memo<ReadEntry>::HintOf(key.first ^ text.size(), key.last);
   if (const ReadEntry* e = memo.find(
-          [&](const ReadEntry& e) { return e.signs == signs && e.text.equals(text, key); },
+          hint, [&](const ReadEntry& e) { return e.signs == signs && e.text.equals(text, key); },
           room)) {
     value = e->value;
     return e->reading;
@@ -741,7 +770,9 @@ std::string FormatNumber(double value, std::string_view pattern, const Locale& l
   const auto bits = std::bit_cast<std::uint64_t>(value);
   const ShortTextKey key = KeyOfText(pattern);
   FormatEntry* room = nullptr;
+  const std::size_t hint = Memo<FormatEntry>::HintOf(bits, key.first);
   if (const FormatEntry* e = memo.find(
+          hint,
           [&](const FormatEntry& e) {
             return e.value == bits && e.signs == signs && e.pattern.equals(pattern, key);
           },
