@@ -1,11 +1,11 @@
 #include "platform/number_format.h"
 
 #include <algorithm>
-#include <cstring>
 #include <charconv>
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
 #include <bit>
 #include <cstdint>
 #include <string>
