@@ -645,18 +645,17 @@ class ShortText {
 template <typename Entry>
 struct Memo {
   Entry entries[kMemoSlots];
-  std::uint8_t hints[kMemoSlots] = {};
+  std::uint8_t hints[16] = {};  // by four bits of the key
   std::uint64_t turn = 0;
 
   static std::size_t HintOf(std::uint64_t a, std::uint64_t b) {
-    return static_cast<std::size_t>(((a ^ (b << 1)) * 0x9E3779B97F4A7C15ULL) >> 61);
+    return static_cast<std::size_t>(((a ^ (b << 1)) * 0x9E3779B97F4A7C15ULL) >> 60);
   }
 
   // The entry that `matches`, marked as used now, or nullptr; `room` is then the least
   // recently used entry, to be filled by filled().
   template <typename Matches>
   Entry* find(std::size_t hint, Matches matches, Entry*& room) {
-    static_assert(kMemoSlots == 8, "hints are three bits");
     Entry& hinted = entries[hints[hint]];
     if (hinted.used != 0 && matches(hinted)) {
       hinted.used = ++turn;
