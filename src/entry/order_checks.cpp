@@ -78,8 +78,7 @@ double Clientticket::Contract_Remainder(double Quantity, Long ContractSize) {
   // has no value, so n keeps its fraction and the remainder is 0.
   ResumeNext([&] {
     const std::string whole = FormatNumber(n, "####;(####)", locale());
-    if (!IsNumericText(whole, locale())) Raise(kTypeMismatch);
-    n = ReadNumericText(whole, locale());
+    if (!TryReadNumericText(whole, locale(), n)) Raise(kTypeMismatch);
   });
   ResumeNext([&] { result = n * ContractSize - Quantity; });
   return result;

@@ -11,7 +11,8 @@ namespace quillon {
 
 double Clientticket::VtDbl(const std::string& Text) {
   try {
-    return IsNumericText(Text, locale()) ? ReadNumericText(Text, locale()) : 0.0;
+    double value = 0;
+    return TryReadNumericText(Text, locale(), value) ? value : 0.0;
   } catch (...) {
     Report(CurrentError(), "VtDbl", false);
   }

@@ -9,7 +9,7 @@
 
 namespace quillon {
 
-std::string Clientticket::LoadResString(double n) {
+const std::string& Clientticket::LoadResString(double n) {
   // The product is 16-bit: a language of 33 or more overflows and fetches nothing.
   const Integer base = IntMul(Language, 1000);
   const Long entry = CLng(base + n);

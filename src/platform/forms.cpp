@@ -8,6 +8,7 @@
 #include <cstdint>
 
 #include "platform/message_loop.h"
+#include "platform/short_text.h"
 
 namespace quillon {
 namespace {
@@ -21,6 +22,12 @@ constexpr char32_t kBackspace = 8;
 template <typename T>
 bool Assign(T& field, const T& value) {
   if (field == value) return false;
+  field = value;
+  return true;
+}
+
+bool Assign(std::string& field, const std::string& value) {
+  if (SameText(field, value)) return false;
   field = value;
   return true;
 }

@@ -315,18 +315,29 @@ class ControlArray {
  public:
   explicit ControlArray(std::string name) : name_(std::move(name)) {}
   T& operator()(int index) const {
+    if (index >= 0 && static_cast<std::size_t>(index) < byIndex_.size() && byIndex_[index])
+      return *byIndex_[index];
     auto it = elements_.find(index);
     if (it == elements_.end()) Raise(kSubscriptOutOfRange);
     return *it->second;
   }
   bool has(int index) const { return elements_.count(index) != 0; }
-  void add(int index, T& element) { elements_[index] = &element; }
+  void add(int index, T& element) {
+    elements_[index] = &element;
+    if (index >= 0 && index < kDirect) {
+      if (byIndex_.size() <= static_cast<std::size_t>(index)) byIndex_.resize(index + 1, nullptr);
+      byIndex_[index] = &element;
+    }
+  }
   const std::string& name() const { return name_; }
   const std::map<int, T*>& elements() const { return elements_; }
 
  private:
+  // Small indices, the usual ones, are found by position; the rest in the map.
+  static constexpr int kDirect = 64;
   std::string name_;
   std::map<int, T*> elements_;
+  std::vector<T*> byIndex_;
 };
 
 // Why a user action on a control is refused, or nullptr when the control takes it.

@@ -107,6 +107,8 @@ void HeadlessLoop::yield() {
   ++yields_;
   if (depth_ >= kMaxDepth) return;
   if (depth_ == 0) workThisTurn_ = 0;
+  // Nothing posted and no timer running: the turn has nothing to run.
+  if (posted_.empty() && timers_.empty()) return;
   DepthGuard guard(depth_);
   drain();
   while (fireNext(clockMs_, false)) {

@@ -64,6 +64,7 @@ Locale Locale::ByName(const std::string& name) {
     if (!decimal.empty() && grouping != decimal) {
       locale.decimal_ = std::move(decimal);
       locale.grouping_ = std::move(grouping);
+      locale.signsKey_ = PackSigns(locale.decimal_, locale.grouping_);
     }
   }
 

@@ -5,12 +5,14 @@
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
 #include <bit>
 #include <cstdint>
 #include <string>
 #include <vector>
 
 #include "platform/runtime_error.h"
+#include "platform/short_text.h"
 
 namespace quillon {
 
@@ -40,31 +42,82 @@ constexpr double kExactPowers[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7
                                    1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
 constexpr int kMaxExactPower = 22;
 
-// The fast road for the usual numbers: M, 15 digits, such that M x 10^(wholeLength - 15)
-// reads back as the value. Such an M is the value rounded to 15 digits, since 15-digit
-// decimals lie further apart than Doubles do, so no other one comes as near. The check is
-// exact: M and the power of ten are exact Doubles, and one division or product of exact
-// values is correctly rounded. False where it does not apply.
-bool FifteenDigitsFast(double magnitude, Decimal& d) {
+// Which roads a call may take: the short ones for the usual numbers, or the general ones only.
+enum class Road { Any, General };
+
+// The 15-significant-digit decimal form as a whole number: M x 10^(wholeLength - 15), with
+// 10^14 <= M < 10^15.
+struct Digits15 {
+  std::uint64_t m = 0;
+  int wholeLength = 0;
+};
+
+// Powers of five that fit 64 bits with room for a 53-bit factor in 128: 5^0 to 5^22.
+constexpr std::uint64_t kFives[] = {1ULL,
+                                    5ULL,
+                                    25ULL,
+                                    125ULL,
+                                    625ULL,
+                                    3125ULL,
+                                    15625ULL,
+                                    78125ULL,
+                                    390625ULL,
+                                    1953125ULL,
+                                    9765625ULL,
+                                    48828125ULL,
+                                    244140625ULL,
+                                    1220703125ULL,
+                                    6103515625ULL,
+                                    30517578125ULL,
+                                    152587890625ULL,
+                                    762939453125ULL,
+                                    3814697265625ULL,
+                                    19073486328125ULL,
+                                    95367431640625ULL,
+                                    476837158203125ULL,
+                                    2384185791015625ULL};
+constexpr std::uint64_t kTenPow14 = 100000000000000ULL;
+constexpr std::uint64_t kTenPow15 = 1000000000000000ULL;
+
+// The fast road for the usual numbers, 1e-7 to 1e15: the value's 15 digits worked out exactly
+// in whole numbers. The value is f x 2^e with a 53-bit f, so value x 10^p is f x 5^p x 2^(e+p),
+// a 128-bit product shifted right; the bits shifted out round it, to even on an exact half,
+// as the general road's digits are rounded. False where it does not apply.
+bool FifteenDigitsFast(double magnitude, Digits15& d) {
   if (!(magnitude >= 1e-7 && magnitude < 1e15)) return false;
-  // The decimal exponent; a wrong guess at a power of ten leaves the range below.
-  int e10 = static_cast<int>(std::floor(std::log10(magnitude)));
-  const int p = 14 - e10;  // scale to 15 whole digits
-  if (p < 0 || p > kMaxExactPower) return false;
-  const double scaled = magnitude * kExactPowers[p];
-  if (!(scaled >= 1e14 && scaled < 1e15)) return false;
-  const auto m = static_cast<long long>(std::llround(scaled));
-  if (m >= 1000000000000000LL) return false;
-  if (static_cast<double>(m) / kExactPowers[p] != magnitude) return false;
-  char buffer[16];
-  const auto written = std::to_chars(buffer, buffer + sizeof buffer, m);
-  d.digits.assign(buffer, written.ptr);
-  d.wholeLength = e10 + 1;
-  return true;
+  const auto bits = std::bit_cast<std::uint64_t>(magnitude);
+  const int biased = static_cast<int>((bits >> 52) & 0x7FF);  // a normal number in this range
+  const std::uint64_t f = (bits & ((std::uint64_t{1} << 52) - 1)) | (std::uint64_t{1} << 52);
+  const int e = biased - 1075;
+  // The decimal exponent: floor(e2 x log10(2)) with 1233 / 4096 just below log10(2), which is
+  // the exponent of the value or one below it.
+  int e10 = ((biased - 1023) * 1233) >> 12;
+  for (int attempt = 0; attempt < 2; ++attempt, ++e10) {
+    const int p = 14 - e10;  // scale to 15 whole digits
+    if (p < 0 || p > 22) return false;
+    const unsigned __int128 n = static_cast<unsigned __int128>(f) * kFives[p];
+    const int shift = -(e + p);  // value x 10^p = n / 2^shift, and shift > 0 here
+    if (shift <= 0 || shift >= 100) return false;
+    const auto whole = static_cast<std::uint64_t>(n >> shift);
+    if (whole >= kTenPow15) continue;  // the exponent was one below: once more
+    if (whole < kTenPow14) return false;
+    const unsigned __int128 rest = n - (static_cast<unsigned __int128>(whole) << shift);
+    const unsigned __int128 half = static_cast<unsigned __int128>(1) << (shift - 1);
+    std::uint64_t m = whole + (rest > half || (rest == half && (whole & 1) != 0) ? 1 : 0);
+    int wholeLength = e10 + 1;
+    if (m == kTenPow15) {  // 999...9.5 rounds up to the next power of ten
+      m = kTenPow14;
+      ++wholeLength;
+    }
+    d.m = m;
+    d.wholeLength = wholeLength;
+    return true;
+  }
+  return false;
 }
 
 // The 15-significant-digit decimal form of |value|, the precision a Double holds reliably.
-Decimal FifteenDigits(double value) {
+Decimal FifteenDigits(double value, Road road = Road::Any) {
   const double magnitude = std::fabs(value);
   Decimal d;
   if (magnitude == 0) {
@@ -72,7 +125,12 @@ Decimal FifteenDigits(double value) {
     d.wholeLength = 1;
     return d;
   }
-  if (FifteenDigitsFast(magnitude, d)) return d;
+  if (Digits15 fast; road == Road::Any && FifteenDigitsFast(magnitude, fast)) {
+    char buffer[16];
+    d.digits.assign(buffer, std::to_chars(buffer, buffer + sizeof buffer, fast.m).ptr);
+    d.wholeLength = fast.wholeLength;
+    return d;
+  }
   // "d.dddddddddddddde+XX", correctly rounded like printf's "%.14e"; 40 characters hold it.
   char buffer[40];
   const std::to_chars_result written = std::to_chars(
@@ -144,6 +202,69 @@ Rounded PlainDigits(double value) {
   return RoundDecimal(d, decimals);
 }
 
+// Powers of ten as whole numbers, 10^0 to 10^19.
+constexpr std::uint64_t kTens[] = {1ULL,
+                                   10ULL,
+                                   100ULL,
+                                   1000ULL,
+                                   10000ULL,
+                                   100000ULL,
+                                   1000000ULL,
+                                   10000000ULL,
+                                   100000000ULL,
+                                   1000000000ULL,
+                                   10000000000ULL,
+                                   100000000000ULL,
+                                   1000000000000ULL,
+                                   10000000000000ULL,
+                                   100000000000000ULL,
+                                   1000000000000000ULL,
+                                   10000000000000000ULL,
+                                   100000000000000000ULL,
+                                   1000000000000000000ULL,
+                                   10000000000000000000ULL};
+// x / 10^k and its remainder, k from 0 to 19. Each division is by a constant, which the
+// compiler turns into a product: a division by a divisor known only at run time is slow.
+std::uint64_t DivideByTen(std::uint64_t x, int k, std::uint64_t& remainder) {
+  switch (k) {
+#define QUILLON_DIVIDE_CASE(K)                   \
+  case K:                                        \
+    remainder = x % kTens[K];                    \
+    return x / kTens[K];
+    QUILLON_DIVIDE_CASE(0) QUILLON_DIVIDE_CASE(1) QUILLON_DIVIDE_CASE(2) QUILLON_DIVIDE_CASE(3)
+    QUILLON_DIVIDE_CASE(4) QUILLON_DIVIDE_CASE(5) QUILLON_DIVIDE_CASE(6) QUILLON_DIVIDE_CASE(7)
+    QUILLON_DIVIDE_CASE(8) QUILLON_DIVIDE_CASE(9) QUILLON_DIVIDE_CASE(10) QUILLON_DIVIDE_CASE(11)
+    QUILLON_DIVIDE_CASE(12) QUILLON_DIVIDE_CASE(13) QUILLON_DIVIDE_CASE(14)
+    QUILLON_DIVIDE_CASE(15) QUILLON_DIVIDE_CASE(16) QUILLON_DIVIDE_CASE(17)
+    QUILLON_DIVIDE_CASE(18)
+    default:  // 19
+      QUILLON_DIVIDE_CASE(19)
+#undef QUILLON_DIVIDE_CASE
+  }
+}
+
+// Digits a rounded number may have on the whole-number road: 10^18 and below fit 64 bits.
+constexpr int kMaxPlainDigits = 18;
+constexpr int kMaxPlainDecimals = 18;
+
+// RoundDecimal on the 15-digit whole number: the value rounded to `decimals` decimals, halves
+// away from zero, times 10^decimals. False when that has more than 18 digits.
+bool RoundWhole(const Digits15& d, int decimals, std::uint64_t& n) {
+  const int keep = d.wholeLength + decimals;  // digits of M that stay
+  if (keep < 0) {
+    n = 0;
+  } else if (keep >= 15) {
+    if (keep > kMaxPlainDigits) return false;
+    n = d.m * kTens[keep - 15];
+  } else {
+    // The first dropped digit is 5 or more exactly when the dropped part is half or more.
+    std::uint64_t rest = 0;
+    n = DivideByTen(d.m, 15 - keep, rest);
+    n += rest >= kTens[15 - keep] / 2 ? 1 : 0;
+  }
+  return true;
+}
+
 // One section of a pattern.
 struct Section {
   struct Item {
@@ -158,6 +279,9 @@ struct Section {
   int decimals = 0;      // placeholders after the point
   int placeholders = 0;  // placeholders before it
   int minDigits = 0;     // whole digits always shown: from the leftmost 0 to the point
+  // Placeholders only, at least one, and few enough decimals for a whole number of 64 bits:
+  // the digits go out in one run, which FormatPlainSection writes.
+  bool plain = false;
 };
 
 Section ParseSection(std::string_view text) {
@@ -185,6 +309,10 @@ Section ParseSection(std::string_view text) {
     if (item.kind == Section::Item::Zero && firstZero == 0) firstZero = s.placeholders;
   }
   s.minDigits = firstZero == 0 ? 0 : s.placeholders - firstZero + 1;
+  const auto literal = [](const Section::Item& item) { return item.kind == Section::Item::Literal; };
+  s.plain = std::none_of(s.whole.begin(), s.whole.end(), literal) &&
+            std::none_of(s.fraction.begin(), s.fraction.end(), literal) &&
+            s.placeholders + s.decimals > 0 && s.decimals <= kMaxPlainDecimals;
   return s;
 }
 
@@ -248,6 +376,57 @@ std::string FormatSection(const Section& s, const Rounded& r, bool minus, const 
       ++index;
     }
   }
+  return out;
+}
+
+// FormatSection for a plain section and a number n x 10^-decimals other than 0, written from
+// the whole number without digit strings in between.
+std::string FormatPlainSection(const Section& s, std::uint64_t n, bool minus,
+                               const Locale& locale) {
+  const int decimals = s.decimals;
+  char whole[20];
+  std::uint64_t rest = 0;
+  const std::uint64_t wholeValue = DivideByTen(n, decimals, rest);
+  // No leading zeros: a whole part of 0 has no digits of its own.
+  const std::size_t wholeDigits =
+      wholeValue == 0 ? 0
+                      : static_cast<std::size_t>(std::to_chars(whole, whole + sizeof whole,
+                                                               wholeValue).ptr - whole);
+  const std::size_t length = std::max(wholeDigits, static_cast<std::size_t>(s.minDigits));
+  const std::size_t padding = length - wholeDigits;
+  char fraction[20];
+  for (int i = decimals; i > 0; --i) {
+    fraction[i - 1] = static_cast<char>('0' + rest % 10);
+    rest /= 10;
+  }
+  // Trailing # decimals drop trailing zeros.
+  int shown = decimals;
+  while (shown > 0 && s.fraction[static_cast<std::size_t>(shown) - 1].kind == Section::Item::Hash &&
+         fraction[shown - 1] == '0')
+    --shown;
+
+  const std::string& grouping = locale.groupingSign();
+  const std::string& decimalSign = locale.decimalSign();
+  const std::size_t groups = s.grouping && length > 0 ? (length - 1) / 3 : 0;
+  // Written in place at its exact length: a short text stays within the string itself.
+  std::string out((minus ? 1 : 0) + length + groups * grouping.size() +
+                      (s.hasPoint ? decimalSign.size() : 0) + static_cast<std::size_t>(shown),
+                  '0');
+  char* p = out.data();
+  if (minus) *p++ = '-';
+  for (std::size_t i = 0; i < length; ++i) {
+    *p++ = i < padding ? '0' : whole[i - padding];
+    const std::size_t fromRight = length - 1 - i;
+    if (s.grouping && fromRight > 0 && fromRight % 3 == 0) {
+      std::memcpy(p, grouping.data(), grouping.size());
+      p += grouping.size();
+    }
+  }
+  if (s.hasPoint) {
+    std::memcpy(p, decimalSign.data(), decimalSign.size());
+    p += decimalSign.size();
+  }
+  std::memcpy(p, fraction, static_cast<std::size_t>(shown));
   return out;
 }
 
@@ -319,7 +498,40 @@ Reading ReadPlain(const std::string& plain, double& value) {
   return Reading::Numeric;
 }
 
-Reading ReadLocaleNumber(std::string_view text, const Locale& locale, double& value) {
+// The digits of a number under the locale: ASCII digits, its grouping signs in the whole
+// part, one decimal sign. Calls `digit` for each digit and `point` at the decimal sign, and
+// returns the position behind the last of them.
+template <typename Digit, typename Point>
+std::size_t ScanDigits(std::string_view text, std::size_t pos, const Locale& locale, Digit digit,
+                       Point point) {
+  const std::string& decimal = locale.decimalSign();
+  const std::string& grouping = locale.groupingSign();
+  bool afterPoint = false;
+  // A sign is compared in full only where its first byte stands.
+  const char decimalFirst = decimal.empty() ? '\0' : decimal[0];
+  const char groupingFirst = grouping.empty() ? '\0' : grouping[0];
+  while (pos < text.size()) {
+    const char c = text[pos];
+    if (IsDigit(c)) {
+      digit(c);
+      ++pos;
+    } else if (!afterPoint && c == decimalFirst && StartsWith(text, pos, decimal)) {
+      point();
+      afterPoint = true;
+      pos += decimal.size();
+    } else if (!afterPoint && c == groupingFirst && StartsWith(text, pos, grouping)) {
+      pos += grouping.size();
+    } else {
+      break;
+    }
+  }
+  return pos;
+}
+
+// The largest whole number a Double holds together with every smaller one.
+constexpr std::uint64_t kExactWhole = 1ULL << 53;
+
+Reading ReadLocaleNumber(std::string_view text, const Locale& locale, double& value, Road road) {
   std::size_t pos = 0, end = text.size();
   while (pos < end && IsBlank(text[pos])) ++pos;
   while (end > pos && IsBlank(text[end - 1])) --end;
@@ -340,32 +552,32 @@ Reading ReadLocaleNumber(std::string_view text, const Locale& locale, double& va
     skipBlanks();
   }
 
-  std::string plain;  // ASCII digits, point and exponent; the sign is applied at the end
+  // The digits as a whole number, as far as 19 significant digits go, and how many of them
+  // stand behind the decimal sign.
+  const std::size_t digitsFrom = pos;
   bool digits = false, point = false;
-  while (pos < text.size()) {
-    if (IsDigit(text[pos])) {
-      plain += text[pos++];
-      digits = true;
-    } else if (!point && StartsWith(text, pos, locale.decimalSign())) {
-      plain += '.';
-      point = true;
-      pos += locale.decimalSign().size();
-    } else if (!point && StartsWith(text, pos, locale.groupingSign())) {
-      pos += locale.groupingSign().size();
-    } else {
-      break;
-    }
-  }
+  std::uint64_t whole = 0;
+  int significant = 0, decimals = 0;
+  pos = ScanDigits(
+      text, pos, locale,
+      [&](char c) {
+        digits = true;
+        decimals += point ? 1 : 0;
+        if (significant == 0 && c == '0') return;
+        if (++significant <= 19) whole = whole * 10 + static_cast<std::uint64_t>(c - '0');
+      },
+      [&] { point = true; });
   if (!digits) return Reading::NotNumeric;
 
+  const std::size_t exponentFrom = pos;
   if (pos < text.size() && (text[pos] == 'e' || text[pos] == 'E')) {
     ++pos;
-    plain += 'e';
-    if (pos < text.size() && (text[pos] == '+' || text[pos] == '-')) plain += text[pos++];
+    if (pos < text.size() && (text[pos] == '+' || text[pos] == '-')) ++pos;
     const std::size_t from = pos;
-    while (pos < text.size() && IsDigit(text[pos])) plain += text[pos++];
+    while (pos < text.size() && IsDigit(text[pos])) ++pos;
     if (pos == from) return Reading::NotNumeric;
   }
+  const std::size_t exponentTo = pos;
   skipBlanks();
   if (!sign && pos < text.size() && (text[pos] == '+' || text[pos] == '-')) {
     sign = text[pos++];
@@ -378,102 +590,154 @@ Reading ReadLocaleNumber(std::string_view text, const Locale& locale, double& va
   if (pos != text.size()) return Reading::NotNumeric;
 
   const bool negative = bracket || sign == '-';
-  const Reading reading = ReadPlain(plain, value);
+  Reading reading = Reading::Numeric;
+  if (road == Road::Any && exponentFrom == exponentTo && significant <= 19 &&
+      whole <= kExactWhole && decimals <= kMaxExactPower) {
+    // Both numbers are exact Doubles, and one division of exact values is correctly rounded:
+    // the Double nearest to the decimal, as the general reading gives it.
+    value = static_cast<double>(whole) / kExactPowers[decimals];
+  } else {
+    // ASCII digits, point and exponent; the sign is applied at the end.
+    std::string plain;
+    ScanDigits(
+        text, digitsFrom, locale, [&](char c) { plain += c; }, [&] { plain += '.'; });
+    if (exponentTo > exponentFrom) {
+      plain += 'e';
+      plain.append(text.substr(exponentFrom + 1, exponentTo - exponentFrom - 1));
+    }
+    reading = ReadPlain(plain, value);
+  }
   if (reading == Reading::Numeric) value = (negative ? -value : value) + 0.0;
   return reading;
 }
 
 // The last few number texts read and written on this thread, each with everything its result
-// depends on: the text or the value and pattern, and the locale's two signs. A ticket's refresh
-// reads back the boxes it has just written and checks the same amounts several times over;
-// those repeats are answered from here. Short texts only.
+// depends on: the text or the value and pattern, and the locale's signs (by their key). A
+// ticket's refresh reads back the boxes it has just written and checks the same amounts
+// several times over; those repeats are answered from here, the least recently used making
+// room for a new one. Short texts only, under a locale whose signs have a key.
 constexpr std::size_t kMemoSlots = 8;
 constexpr std::size_t kMemoLongest = 40;
 
-bool SameSigns(const std::string& decimal, const std::string& grouping, const Locale& locale) {
-  return decimal == locale.decimalSign() && grouping == locale.groupingSign();
-}
+// A short text kept in place with its key (platform/short_text.h); a text longer than 16
+// bytes compares its middle bytes too.
+class ShortText {
+ public:
+  bool equals(std::string_view text, const ShortTextKey& key) const {
+    return size_ == text.size() && key_ == key &&
+           (size_ <= 16 || std::memcmp(bytes_ + 8, text.data() + 8, size_ - 16) == 0);
+  }
+  void assign(std::string_view text, const ShortTextKey& key) {
+    key_ = key;
+    size_ = std::min(text.size(), kMemoLongest);
+    if (size_ > 0) std::memcpy(bytes_, text.data(), size_);
+  }
 
-struct ReadMemo {
-  struct Entry {
-    std::string text, decimal, grouping;
-    Reading reading = Reading::NotNumeric;
-    double value = 0;
-    bool used = false;
-  };
+ private:
+  ShortTextKey key_;
+  std::size_t size_ = kMemoLongest + 1;  // nothing kept yet: equal to no text
+  char bytes_[kMemoLongest] = {};
+};
+
+// A memo's entries; `used` is the turn of the last use, 0 for an entry never filled. A
+// look-up first tries the entry its key was last found in or put in (by a few bits of the
+// key), and scans them all only when that is another's.
+template <typename Entry>
+struct Memo {
   Entry entries[kMemoSlots];
-  std::size_t next = 0;
+  std::uint8_t hints[16] = {};  // by four bits of the key
+  std::uint64_t turn = 0;
+
+  static std::size_t HintOf(std::uint64_t a, std::uint64_t b) {
+    return static_cast<std::size_t>(((a ^ (b << 1)) * 0x9E3779B97F4A7C15ULL) >> 60);
+  }
+
+  // The entry that `matches`, marked as used now, or nullptr; `room` is then the least
+  // recently used entry, to be filled by filled().
+  template <typename Matches>
+  Entry* find(std::size_t hint, Matches matches, Entry*& room) {
+    Entry& hinted = entries[hints[hint]];
+    if (hinted.used != 0 && matches(hinted)) {
+      hinted.used = ++turn;
+      return &hinted;
+    }
+    for (std::size_t i = 0; i < kMemoSlots; ++i) {
+      Entry& e = entries[i];
+      if (e.used != 0 && matches(e)) {
+        e.used = ++turn;
+        hints[hint] = static_cast<std::uint8_t>(i);
+        return &e;
+      }
+    }
+    std::size_t oldest = 0;
+    std::uint64_t oldestUse = entries[0].used;
+    for (std::size_t i = 1; i < kMemoSlots; ++i) {
+      if (entries[i].used < oldestUse) {
+        oldest = i;
+        oldestUse = entries[i].used;
+      }
+    }
+    hints[hint] = static_cast<std::uint8_t>(oldest);
+    room = &entries[oldest];
+    return nullptr;
+  }
+  void filled(Entry& e) { e.used = ++turn; }
+};
+
+struct ReadEntry {
+  ShortText text;
+  std::uint64_t signs = 0;
+  std::uint64_t used = 0;
+  Reading reading = Reading::NotNumeric;
+  double value = 0;
 };
 
 Reading ReadLocaleNumberOnce(std::string_view text, const Locale& locale, double& value) {
-  if (text.size() > kMemoLongest) return ReadLocaleNumber(text, locale, value);
-  thread_local ReadMemo memo;
-  for (const ReadMemo::Entry& e : memo.entries) {
-    if (e.used && e.text == text && SameSigns(e.decimal, e.grouping, locale)) {
-      value = e.value;
-      return e.reading;
-    }
+  const std::uint64_t signs = locale.signsKey();
+  if (text.size() > kMemoLongest || signs == 0)
+    return ReadLocaleNumber(text, locale, value, Road::Any);
+  thread_local Memo<ReadEntry> memo;
+  const ShortTextKey key = KeyOfText(text);
+  ReadEntry* room = nullptr;
+  const std::size_t hint = Memo<ReadEntry>::HintOf(key.first ^ text.size(), key.last);
+  if (const ReadEntry* e = memo.find(
+          hint, [&](const ReadEntry& e) { return e.signs == signs && e.text.equals(text, key); },
+          room)) {
+    value = e->value;
+    return e->reading;
   }
-  const Reading reading = ReadLocaleNumber(text, locale, value);
-  ReadMemo::Entry& e = memo.entries[memo.next];
-  memo.next = (memo.next + 1) % kMemoSlots;
-  e.text.assign(text);
-  e.decimal = locale.decimalSign();
-  e.grouping = locale.groupingSign();
-  e.reading = reading;
-  e.value = value;
-  e.used = true;
+  const Reading reading = ReadLocaleNumber(text, locale, value, Road::Any);
+  room->text.assign(text, key);
+  room->signs = signs;
+  room->reading = reading;
+  room->value = value;
+  memo.filled(*room);
   return reading;
 }
 
-std::string FormatByPattern(double value, std::string_view pattern, const Locale& locale);
-
-}  // namespace
-
-std::string FormatNumber(double value, std::string_view pattern, const Locale& locale) {
-  CheckFinite(value);
-  if (pattern.empty()) return GeneralNumber(value, locale);
-  if (pattern.size() > kMemoLongest) return FormatByPattern(value, pattern, locale);
-  struct Entry {
-    std::uint64_t value = 0;
-    std::string pattern, decimal, grouping, text;
-    bool used = false;
-  };
-  thread_local Entry entries[kMemoSlots];
-  thread_local std::size_t next = 0;
-  const auto bits = std::bit_cast<std::uint64_t>(value);
-  for (const Entry& e : entries)
-    if (e.used && e.value == bits && e.pattern == pattern &&
-        SameSigns(e.decimal, e.grouping, locale))
-      return e.text;
-  std::string text = FormatByPattern(value, pattern, locale);
-  Entry& e = entries[next];
-  next = (next + 1) % kMemoSlots;
-  e.value = bits;
-  e.pattern.assign(pattern);
-  e.decimal = locale.decimalSign();
-  e.grouping = locale.groupingSign();
-  e.text = text;
-  e.used = true;
-  return text;
-}
-
-namespace {
-
-std::string FormatByPattern(double value, std::string_view pattern, const Locale& locale) {
+std::string FormatByPattern(double value, std::string_view pattern, const Locale& locale,
+                            Road road) {
   const std::vector<Section>& sections = ParsePattern(pattern);
+  const bool negative = value < 0;
+  const bool ownNegative = negative && sections.size() > 1 && !sections[1].empty;
+  const Section& s = ownNegative ? sections[1] : sections[0];
+  const bool minus = negative && !ownNegative;
 
-  const Decimal d = FifteenDigits(value);
+  // The usual number in a section of placeholders: rounded and written as whole numbers.
+  if (road == Road::Any && s.plain && value != 0) {
+    Digits15 digits;
+    std::uint64_t n = 0;
+    if (FifteenDigitsFast(std::fabs(value), digits) && RoundWhole(digits, s.decimals, n) &&
+        n != 0)
+      return FormatPlainSection(s, n, minus, locale);
+  }
+
+  const Decimal d = FifteenDigits(value, road);
   const auto formatZero = [&] {
     const Section& s = sections.size() > 2 && !sections[2].empty ? sections[2] : sections[0];
     if (s.empty) return GeneralNumber(0, locale);
     return FormatSection(s, RoundDecimal(Decimal{"0", 1}, s.decimals), false, locale);
   };
-
-  const bool negative = value < 0;
-  const bool ownNegative = negative && sections.size() > 1 && !sections[1].empty;
-  const Section& s = ownNegative ? sections[1] : sections[0];
-  const bool minus = negative && !ownNegative;
   if (s.empty) {
     if (value == 0) return formatZero();
     const std::string general = GeneralNumber(std::fabs(value), locale);
@@ -485,7 +749,48 @@ std::string FormatByPattern(double value, std::string_view pattern, const Locale
   return FormatSection(s, rounded, minus, locale);
 }
 
+struct FormatEntry {
+  std::uint64_t value = 0;
+  std::uint64_t signs = 0;
+  ShortText pattern;
+  std::uint64_t used = 0;
+  std::string text;
+};
+
 }  // namespace
+
+std::string FormatNumber(double value, std::string_view pattern, const Locale& locale) {
+  CheckFinite(value);
+  if (pattern.empty()) return GeneralNumber(value, locale);
+  const std::uint64_t signs = locale.signsKey();
+  if (pattern.size() > kMemoLongest || signs == 0)
+    return FormatByPattern(value, pattern, locale, Road::Any);
+  thread_local Memo<FormatEntry> memo;
+  const auto bits = std::bit_cast<std::uint64_t>(value);
+  const ShortTextKey key = KeyOfText(pattern);
+  FormatEntry* room = nullptr;
+  const std::size_t hint = Memo<FormatEntry>::HintOf(bits, key.first);
+  if (const FormatEntry* e = memo.find(
+          hint,
+          [&](const FormatEntry& e) {
+            return e.value == bits && e.signs == signs && e.pattern.equals(pattern, key);
+          },
+          room))
+    return e->text;
+  std::string text = FormatByPattern(value, pattern, locale, Road::Any);
+  room->value = bits;
+  room->signs = signs;
+  room->pattern.assign(pattern, key);
+  room->text = text;
+  memo.filled(*room);
+  return text;
+}
+
+std::string FormatNumberGeneral(double value, std::string_view pattern, const Locale& locale) {
+  CheckFinite(value);
+  if (pattern.empty()) return GeneralNumber(value, locale);
+  return FormatByPattern(value, pattern, locale, Road::General);
+}
 
 std::string StrOfDouble(double value) {
   CheckFinite(value);
@@ -512,9 +817,17 @@ bool IsNumericText(std::string_view text, const Locale& locale) {
   return ReadLocaleNumberOnce(text, locale, value) == Reading::Numeric;
 }
 
-double ReadNumericText(std::string_view text, const Locale& locale) {
-  double value = 0;
-  switch (ReadLocaleNumberOnce(text, locale, value)) {
+bool TryReadNumericText(std::string_view text, const Locale& locale, double& value) {
+  double read = 0;
+  if (ReadLocaleNumberOnce(text, locale, read) != Reading::Numeric) return false;
+  value = read;
+  return true;
+}
+
+namespace {
+
+double ValueOrRaise(Reading reading, double value) {
+  switch (reading) {
     case Reading::Numeric:
       return value;
     case Reading::TooLarge:
@@ -523,6 +836,20 @@ double ReadNumericText(std::string_view text, const Locale& locale) {
       break;
   }
   Raise(kTypeMismatch);
+}
+
+}  // namespace
+
+double ReadNumericText(std::string_view text, const Locale& locale) {
+  double value = 0;
+  const Reading reading = ReadLocaleNumberOnce(text, locale, value);
+  return ValueOrRaise(reading, value);
+}
+
+double ReadNumericTextGeneral(std::string_view text, const Locale& locale) {
+  double value = 0;
+  const Reading reading = ReadLocaleNumber(text, locale, value, Road::General);
+  return ValueOrRaise(reading, value);
 }
 
 double Val(std::string_view text) {

@@ -42,6 +42,18 @@ bool IsNumericText(std::string_view text, const Locale& locale);
 // "Overflow" for a number beyond the range of a Double.
 double ReadNumericText(std::string_view text, const Locale& locale);
 
+// IsNumericText and ReadNumericText at once: for a numeric text true, with its value in
+// `value`; otherwise false, with `value` as it was.
+bool TryReadNumericText(std::string_view text, const Locale& locale, double& value);
+
+// FormatNumber and ReadNumericText by their general roads alone: no texts kept from earlier
+// calls, and no short roads for the usual numbers (the 15 digits of a Double as a whole
+// number, a section of placeholders written from whole numbers, a plain decimal read as a
+// whole number over a power of ten). They give the same answers as the two above; they exist
+// so that this can be checked.
+std::string FormatNumberGeneral(double value, std::string_view pattern, const Locale& locale);
+double ReadNumericTextGeneral(std::string_view text, const Locale& locale);
+
 // The lenient reading of the classic Val: blanks, tabs and line ends are skipped anywhere,
 // then an optional sign, the digits with one point and an exponent (E or D) as far as they go;
 // no digits give 0, a number beyond a Double raises "Overflow". "4>" -> 4, "x1" -> 0,

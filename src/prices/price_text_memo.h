@@ -30,19 +30,26 @@ class PriceTextMemo {
   }
 
   // The text remembered for a price with a pip's pattern, or nullptr.
-  const std::string* text(double price, double pip) const {
+  const std::string* text(double price, double pip) {
     const std::uint64_t p = Key(price), q = Key(pip);
-    for (const Entry& e : texts_)
-      if (e.used && e.price == p && e.pip == q) return &e.text;
+    for (Entry& e : texts_) {
+      if (e.used != 0 && e.price == p && e.pip == q) {
+        e.used = ++turn_;
+        return &e.text;
+      }
+    }
     return nullptr;
   }
+  // Takes the place of the text used least recently: a tick's limit and stop stay while its
+  // bid and offer move.
   void rememberText(double price, double pip, const std::string& text) {
-    Entry& e = texts_[next_];
-    next_ = (next_ + 1) % texts_.size();
-    e.price = Key(price);
-    e.pip = Key(pip);
-    e.text = text;
-    e.used = true;
+    Entry* room = &texts_[0];
+    for (Entry& e : texts_)
+      if (e.used < room->used) room = &e;
+    room->price = Key(price);
+    room->pip = Key(pip);
+    room->text = text;
+    room->used = ++turn_;
   }
 
  private:
@@ -53,13 +60,13 @@ class PriceTextMemo {
     std::uint64_t price = 0;
     std::uint64_t pip = 0;
     std::string text;
-    bool used = false;
+    std::uint64_t used = 0;  // the turn of the last use, 0 for never
   };
   std::uint64_t pipKey_ = 0;
   bool hasPattern_ = false;
   PipPattern pip_;
   std::array<Entry, 4> texts_;
-  std::size_t next_ = 0;
+  std::uint64_t turn_ = 0;
 };
 
 }  // namespace quillon

@@ -298,7 +298,8 @@ class Clientticket : private TicketPlatform, private TicketMembers, private Tick
 
   // --- language/ ---
   // Resource string n in the ticket's language; raises a run-time error when there is none.
-  std::string LoadResString(double n);
+  // The string table lives as long as the process.
+  const std::string& LoadResString(double n);
 
   // --- events and errors ---
   // Raises an event. The host's handler may call back into the ticket, or destroy it: then

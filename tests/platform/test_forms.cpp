@@ -190,6 +190,9 @@ TEST_F(FormsTest, ControlArraysHaveGapsAndNamesFindElements) {
   EXPECT_EQ(&opt(2), &opt2);
   EXPECT_FALSE(opt.has(1));
   EXPECT_EQ(ErrorOf([&] { opt(1); }), kSubscriptOutOfRange);
+  opt.add(100, opt1);  // far and negative indices as well as near ones
+  EXPECT_EQ(&opt(100), &opt1);
+  for (int missing : {3, 99, -1}) EXPECT_EQ(ErrorOf([&] { opt(missing); }), kSubscriptOutOfRange);
 
   EXPECT_EQ(opt1.fullName(), "opt(1)");
   EXPECT_EQ(txt.fullName(), "txt");

@@ -3,6 +3,9 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <bit>
+#include <cstdint>
+#include <cstdio>
 #include <charconv>
 #include <cmath>
 #include <cstdlib>
@@ -219,7 +222,13 @@ TEST_P(NumberFormatTest, NumericTextAndItsValue) {
     SCOPED_TRACE(testing::Message() << "\"" << c.text << "\"");
     const bool numeric = de ? c.deNumeric : c.enNumeric;
     EXPECT_EQ(IsNumericText(c.text, locale_), numeric);
+    double tried = -7;
+    EXPECT_EQ(TryReadNumericText(c.text, locale_, tried), numeric);
+    if (!numeric) {
+      EXPECT_EQ(tried, -7);  // untouched
+    }
     if (numeric) {
+      EXPECT_DOUBLE_EQ(tried, de ? c.deValue : c.enValue);
       EXPECT_DOUBLE_EQ(ReadNumericText(c.text, locale_), de ? c.deValue : c.enValue);
     } else {
       EXPECT_NE(ErrorOf([&] { ReadNumericText(c.text, locale_); }), 0);
@@ -288,6 +297,95 @@ TEST(NumberFormatLocales, RepeatsUnderOtherLocalesAndPatternsKeepTheirOwnTexts) 
     EXPECT_FALSE(IsNumericText("1,234.50", de));
     EXPECT_EQ(ErrorOf([&] { ReadNumericText("1,234.50", de); }), kTypeMismatch);
     EXPECT_EQ(ErrorOf([&] { ReadNumericText("1e400", en); }), kOverflow);
+  }
+}
+
+// The short roads of FormatNumber and ReadNumericText against their general roads, bit for
+// bit: seeded random values of every size, halves at each digit, 0.0001 steps, powers of ten
+// and their neighbours, the edges of the 15-digit and 2^53 ranges, both signs, three locales.
+std::vector<double> AwkwardValues() {
+  std::vector<double> values = {0.1 + 0.2, 1.0 / 3, 2.0 / 3, 1e15, 1e15 - 1, 999999999999999.5,
+                                1e16, 1e18, 1e19, 1e22, 1e300, 1.7976931348623157e308, 1e-7,
+                                std::nextafter(1e-7, 0.0), 1e-8, 5e-324, 123456789012345678.0,
+                                9007199254740993.0, 4.35, 0.5, 1.5, 2.5, 110.125, 999.995};
+  for (int k = -9; k <= 17; ++k) {
+    const double p = std::pow(10.0, k);
+    values.insert(values.end(), {p, std::nextafter(p, 0.0), std::nextafter(p, 1e300)});
+  }
+  for (int i = 0; i <= 600; ++i) {
+    values.push_back(1.2 + i * 0.0001);                            // steps as a loop adds them
+    values.push_back(std::round((0.9 + i * 0.0001) * 1e4) / 1e4);  // and as the host sends them
+  }
+  std::mt19937_64 random(20260301);
+  char text[40];
+  for (int i = 0; i < 1500; ++i) {
+    // A half at a random digit: d.ddd...5 x 10^e.
+    const int digits = 1 + static_cast<int>(random() % 16);
+    const long long m = static_cast<long long>(random() % 1000000000000000000ULL);
+    std::snprintf(text, sizeof text, "%.*lld5e%d", digits, m % static_cast<long long>(std::pow(10.0, digits)),
+                  static_cast<int>(random() % 30) - 20);
+    values.push_back(std::strtod(text, nullptr));
+    values.push_back(std::ldexp(static_cast<double>(random() >> 11), static_cast<int>(random() % 130) - 110));
+    // Exact halves at the 16th digit, which round to the even 15th.
+    const double k = static_cast<double>(random() % 100000000000000ULL);
+    values.insert(values.end(), {1e14 + k + 0.5, 1e13 + std::floor(k / 10) + 0.25,
+                                 1e12 + std::floor(k / 100) + 0.625});
+  }
+  for (std::size_t i = 0, n = values.size(); i < n; ++i) values.push_back(-values[i]);
+  return values;
+}
+
+TEST(NumberRoads, ShortRoadsGiveWhatTheGeneralRoadsGive) {
+  const std::vector<double> values = AwkwardValues();
+  const char* patterns[] = {"0.0000", "0.00",   "0.0",   "00",  "0",        kAmount,
+                            "####;(####)", "#,##0", "0.0#", ".00", "000000", "0.00000000",
+                            "0.000000000000000000", "0.0000000000000000000", "#",
+                            "#0-00.0# EUR"};
+  // What a reading gives: the value's bits, or the error it raises.
+  const auto outcome = [](auto read) {
+    try {
+      return std::bit_cast<std::uint64_t>(read());
+    } catch (const RuntimeError& e) {
+      return static_cast<std::uint64_t>(e.number());
+    }
+  };
+  for (const char* name : {"en_US", "de_DE", "fr_FR"}) {
+    const Locale locale = Locale::ByName(name);
+    const auto sameReading = [&](const std::string& text) {
+      EXPECT_EQ(outcome([&] { return ReadNumericText(text, locale); }),
+                outcome([&] { return ReadNumericTextGeneral(text, locale); }))
+          << name << " \"" << text << "\"";
+    };
+    for (const char* pattern : patterns) {
+      for (double v : values) {
+        const std::string text = FormatNumber(v, pattern, locale);
+        ASSERT_EQ(text, FormatNumberGeneral(v, pattern, locale)) << name << " " << v << " " << pattern;
+        sameReading(text);
+      }
+    }
+    // Plain decimals about the edges of the whole-number reading, and random ones with
+    // grouping, leading zeros, signs, brackets and exponents.
+    const std::string point = locale.decimalSign(), group = locale.groupingSign();
+    for (const std::string& text : std::vector<std::string>{"9007199254740992", "9007199254740993", "9007199254740991" + point + "5",
+          "18446744073709551615", "18446744073709551616", "1234567890123456789",
+          "12345678901234567890", "0" + point + std::string(21, '0') + "1",
+          "0" + point + std::string(22, '0') + "1", "1" + point + std::string(22, '0'),
+          "1" + point + std::string(23, '0'), "000000000000000000000012" + point + "5"})
+      sameReading(text);
+    std::mt19937_64 random(7);
+    for (int i = 0; i < 3000; ++i) {
+      std::string text = random() % 4 == 0 ? "(" : random() % 3 == 0 ? "-" : "";
+      const int length = 1 + static_cast<int>(random() % 26);
+      const int pointAt = static_cast<int>(random() % (length + 4));
+      for (int k = 0; k < length; ++k) {
+        if (k == pointAt) text += point;
+        else if (k < pointAt && random() % 7 == 0) text += group;
+        text += static_cast<char>('0' + (random() % 3 == 0 ? 0 : random() % 10));
+      }
+      if (random() % 8 == 0) text += "E" + std::to_string(static_cast<int>(random() % 40) - 20);
+      if (text[0] == '(') text += ")";
+      sameReading(text);
+    }
   }
 }
 

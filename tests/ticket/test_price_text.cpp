@@ -127,6 +127,14 @@ TEST_F(ChangeCharsTest, QueuedWorkRunsWhileAPriceIsFormatted) {
   loop_.post([&] { ++ran; });
   EXPECT_EQ(probe().Single(1.2345, 0.0001), "1.2345");
   EXPECT_EQ(ran, 1);
+  // Work that formats with another pip inside the yield leaves the price in the making alone,
+  // whether its pattern was known before or not.
+  for (double price : {1.2346, 1.2347}) {
+    std::string nested;
+    loop_.post([&] { nested = probe().Single(price, 0.01); });
+    EXPECT_EQ(probe().Single(price, 0.0001), price == 1.2346 ? "1.2346" : "1.2347");
+    EXPECT_EQ(nested, "1.23");
+  }
 }
 
 TEST_F(ChangeCharsTest, PriceTextWithoutALanguageReportsTheMissingString) {
