@@ -8,6 +8,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <type_traits>
 #include <vector>
 
 #include "platform/runtime_error.h"
@@ -17,6 +18,29 @@ namespace quillon {
 
 class Form;
 class MessageLoop;
+
+// A handler that most controls never have: it takes a pointer's room until it is set (a ticket
+// has eighty controls; two of them handle focus).
+class RareHandler {
+ public:
+  RareHandler() = default;
+  template <typename F,
+            typename = std::enable_if_t<!std::is_same_v<std::decay_t<F>, RareHandler> &&
+                                        !std::is_same_v<std::decay_t<F>, std::nullptr_t>>>
+  RareHandler& operator=(F&& handler) {
+    handler_ = std::make_unique<std::function<void()>>(std::forward<F>(handler));
+    return *this;
+  }
+  RareHandler& operator=(std::nullptr_t) {
+    handler_.reset();
+    return *this;
+  }
+  explicit operator bool() const { return handler_ && *handler_; }
+  void operator()() const { (*handler_)(); }
+
+ private:
+  std::unique_ptr<std::function<void()>> handler_;
+};
 
 enum class ControlKind {
   Surface,        // the ticket's own surface
@@ -114,9 +138,9 @@ class Control {
   // handler. Raises "Invalid procedure call" on a control that is hidden or disabled.
   void SetFocus();
 
-  // Handlers every focusable control may have.
-  std::function<void()> onGotFocus;
-  std::function<void()> onLostFocus;
+  // Handlers every focusable control may have; few have them.
+  RareHandler onGotFocus;
+  RareHandler onLostFocus;
 
  protected:
   void changed(ControlProperty what);
