@@ -65,6 +65,8 @@ TEST_F(DemoDeskTest, MarketOrderIsAcknowledgedThenFilledAndTheEquityCompletesThe
   Step();
   EXPECT_EQ(F(t).txtEquity.Text(), "250,000.00");
   EXPECT_EQ(F(t).txtTradLimit.Text(), "5,000,000.00");
+  EXPECT_EQ(F(b).txtPrimQty.Text(), "100.000,00");  // the German ticket in German signs
+  EXPECT_EQ(F(b).lblValueDate.Caption(), "05-Mär-2001");
   Click(t, F(t).cmdOKCancel(0));
   Click(t, F(t).cmdOKCancel(3));
   EXPECT_EQ(Arg("VtOrderGenericNew", "Quantity"), "100000");
@@ -90,11 +92,11 @@ TEST_F(DemoDeskTest, MarketOrderIsAcknowledgedThenFilledAndTheEquityCompletesThe
   EXPECT_DOUBLE_EQ(host_.desk().account(1)->equity, 250000 - 2168.6);
   Step();  // the answer to the confirmation's own request adds nothing more
   EXPECT_EQ(F(t).lblTradeConf.Caption(), conf);
-  // The other account's ticket keeps its equity and its own, wider prices.
-  EXPECT_EQ(F(b).txtEquity.Text(), "20,000.00");
-  EXPECT_EQ(F(b).txtBid.Text(), "151.33");  // the dummy account's wide profile: 2 pips wider
+  // The other account's ticket (German) keeps its equity and its own, wider prices.
+  EXPECT_EQ(F(b).txtEquity.Text(), "20.000,00");
+  EXPECT_EQ(F(b).txtBid.Text(), "151,33");  // the dummy account's wide profile: 2 pips wider
   host_.feed().setBid(ids::kUSDJPY, 150.00);
-  EXPECT_EQ(F(b).txtBid.Text(), "149.98");
+  EXPECT_EQ(F(b).txtBid.Text(), "149,98");
   EXPECT_EQ(F(t).txtBid.Text(), "1.0842");
 }
 

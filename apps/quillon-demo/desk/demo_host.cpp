@@ -275,9 +275,9 @@ int DemoHost::openTicket(const TicketOptions& options) {
   services.loop = &guarded_;
   services.holidays = &holidays_;
   services.printer = printer_;
-  services.locale = locale_;
   Slot& slot = tickets_[id];
   slot.language = options.language == 2 ? 2 : 1;
+  services.locale = locale_ ? locale_ : slot.language == 2 ? &german_ : nullptr;
   slot.line = std::make_unique<TicketLine>(*this, id);
   slot.ticket = std::make_unique<Clientticket>(services);
   Clientticket& t = *slot.ticket;

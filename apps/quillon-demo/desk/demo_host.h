@@ -54,7 +54,9 @@ constexpr Long kPriceRequestGroup = 800;
 class DemoHost {
  public:
   // Prices start from `seed`; the clock is the loop's. `printer` prints trade confirmations
-  // (nullptr: they are dropped). Two accounts are set up: 1 live, 2 dummy.
+  // (nullptr: they are dropped). Two accounts are set up: 1 live, 2 dummy. Every ticket writes
+  // its numbers and dates in `locale`; without one, a German ticket in German (de_DE) and an
+  // English one in English (en_US), as a user who reads the ticket in German would expect.
   DemoHost(MessageLoop& loop, HtmlPrinter* printer = nullptr, std::uint64_t seed = 2001,
            const Locale* locale = nullptr);
   ~DemoHost();
@@ -115,6 +117,7 @@ class DemoHost {
   GuardedLoop guarded_;
   HtmlPrinter* printer_;
   const Locale* locale_;
+  Locale german_ = Locale::ByName("de_DE");
   BankHolidays holidays_;
   InstrumentBook book_;
   PriceFeed feed_;
