@@ -99,12 +99,16 @@ TEST(QtMessageLoop, AWindowChangedInARoadIsPaintedOnceWithItsLastState) {
     label.setText(text);
     loop.yield();
   }
-  // Nothing painted half way (unless the machine held the road up past a poll).
-  if (std::chrono::steady_clock::now() - start < QtMessageLoop::kPollEvery) {
+  // Nothing painted half way, then one paint (unless the machine held the road up past a
+  // poll, which paints what stands at that yield).
+  const bool withinAPoll = std::chrono::steady_clock::now() - start < QtMessageLoop::kPollEvery;
+  if (withinAPoll) {
     EXPECT_EQ(label.paints, before);
   }
   QCoreApplication::processEvents();  // the road is back in the host's loop
-  EXPECT_EQ(label.paints, before + 1);
+  if (withinAPoll) {
+    EXPECT_EQ(label.paints, before + 1);
+  }
   EXPECT_EQ(label.painted.toStdString(), "1.2348");
 
   // A long road still paints, at the yields that poll the system.
