@@ -28,12 +28,17 @@ struct OneTicket {
   Form& form() { return ticket->form().controls(); }
 };
 
-// Runs a road once outside the timing and says how many price look-ups it makes.
-template <typename Road>
-Long PriceLookUpsOf(QuickHost& host, Road road) {
-  const Long before = host.priceLookUps;
-  road();
-  return host.priceLookUps - before;
+// The next tick of the moving market, on the ticket.
+void NextTick(OneTicket& t, MovingMarket& market) {
+  const MovingMarket::Quote q = market.next();
+  Tick(*t.ticket, QuickHost::kEurUsd, q.bid, q.offer);
+}
+
+// How many price look-ups a tick makes: one tick outside the timing, counted.
+Long LookUpsPerTick(OneTicket& t, MovingMarket& market) {
+  const Long before = t.host.priceLookUps;
+  NextTick(t, market);
+  return t.host.priceLookUps - before;
 }
 
 void ReportAllocations(benchmark::State& state, std::uint64_t before) {
@@ -41,24 +46,14 @@ void ReportAllocations(benchmark::State& state, std::uint64_t before) {
       static_cast<double>(Heap().allocations - before), benchmark::Counter::kAvgIterations);
 }
 
-void CheckNoErrors(benchmark::State& state, const QuickHost& host) {
-  if (host.errors != 0) state.SkipWithError("the road reported an error");
-}
-
 // One accepted tick on a blank market ticket whose client sees the raw ticks; the market
 // moves at each tick (MovingMarket), so the price boxes change every time.
 void BM_TickRoad(benchmark::State& state) {
   OneTicket t(-1);
   MovingMarket market;
-  const Long lookUps = PriceLookUpsOf(t.host, [&] {
-    const MovingMarket::Quote q = market.next();
-    Tick(*t.ticket, QuickHost::kEurUsd, q.bid, q.offer);
-  });
+  const Long lookUps = LookUpsPerTick(t, market);
   const std::uint64_t allocations = Heap().allocations;
-  for (auto _ : state) {
-    const MovingMarket::Quote q = market.next();
-    Tick(*t.ticket, QuickHost::kEurUsd, q.bid, q.offer);
-  }
+  for (auto _ : state) NextTick(t, market);
   ReportAllocations(state, allocations);
   state.counters["host_calls"] = static_cast<double>(lookUps);
   CheckNoErrors(state, t.host);
@@ -71,10 +66,7 @@ BENCHMARK(BM_TickRoad);
 void BM_TickFloor(benchmark::State& state) {
   OneTicket t(-1);
   MovingMarket market;
-  const Long lookUps = PriceLookUpsOf(t.host, [&] {
-    const MovingMarket::Quote q = market.next();
-    Tick(*t.ticket, QuickHost::kEurUsd, q.bid, q.offer);
-  });
+  const Long lookUps = LookUpsPerTick(t, market);
   ClientticketEvents* host = &t.host;
   benchmark::DoNotOptimize(host);
   const Locale& locale = t.platform.locale;

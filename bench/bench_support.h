@@ -2,6 +2,8 @@
 // allocation counter, and a probe to the private procedures that stays in this binary.
 #pragma once
 
+#include <benchmark/benchmark.h>
+
 #include <cmath>
 #include <cstddef>
 #include <cstdint>
@@ -134,6 +136,11 @@ class MovingMarket {
   double offers_[kPrices];
   int next_ = 0;
 };
+
+// A benchmark whose road reported an error measures the wrong road.
+inline void CheckNoErrors(benchmark::State& state, const QuickHost& host) {
+  if (host.errors != 0) state.SkipWithError("the road reported an error");
+}
 
 // One tick through the public door.
 inline void Tick(Clientticket& ticket, Long instrument, double bid, double offer) {

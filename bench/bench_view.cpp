@@ -97,15 +97,20 @@ struct ShownTicket {
   Form& form() { return ticket->form().controls(); }
 };
 
+// A shown blank ticket on a platform and host of its own, painted once.
+struct ShownRoad {
+  ViewPlatform platform;
+  QuickHost host;
+  ShownTicket t{platform, host};
+  ShownRoad() { QApplication::processEvents(); }
+};
 
 // One accepted tick with the view attached, and the repaint it causes. Besides the time: the
 // widgets painted per tick, and how many of those show no control the tick changed.
 void BM_ViewTickRoad(benchmark::State& state) {
   QApplication& app = App();
-  ViewPlatform platform;
-  QuickHost host;
-  ShownTicket t(platform, host);
-  QApplication::processEvents();
+  ShownRoad road;
+  ShownTicket& t = road.t;
 
   // One tick outside the timing, watched: which controls change, which widgets paint.
   std::set<std::string> changed;
@@ -147,16 +152,14 @@ void BM_ViewTickRoad(benchmark::State& state) {
   state.counters["passes"] = benchmark::Counter(static_cast<double>(window.passes),
                                                 benchmark::Counter::kAvgIterations);
   state.counters["unchanged_painted"] = static_cast<double>(others);
-  if (host.errors != 0) state.SkipWithError("the road reported an error");
+  CheckNoErrors(state, road.host);
 }
 BENCHMARK(BM_ViewTickRoad)->MeasureProcessCPUTime();
 
 // A tick of another instrument with the view attached.
 void BM_ViewTickIgnored(benchmark::State& state) {
-  ViewPlatform platform;
-  QuickHost host;
-  ShownTicket t(platform, host);
-  QApplication::processEvents();
+  ShownRoad road;
+  ShownTicket& t = road.t;
   for (auto _ : state) {
     Tick(*t.ticket, QuickHost::kGbpUsd, 1.4501, 1.4506);
     QApplication::processEvents();
@@ -166,10 +169,8 @@ BENCHMARK(BM_ViewTickIgnored)->MeasureProcessCPUTime();
 
 // A key stroke in the quantity box with the view attached, and its repaint.
 void BM_ViewKeyStroke(benchmark::State& state) {
-  ViewPlatform platform;
-  QuickHost host;
-  ShownTicket t(platform, host);
-  QApplication::processEvents();
+  ShownRoad road;
+  ShownTicket& t = road.t;
   TextBox& box = t.ticket->form().txtPrimQty;
   t.form().userPaste(box, "100000");
   Integer keys[2] = {'0', 8};
@@ -179,21 +180,19 @@ void BM_ViewKeyStroke(benchmark::State& state) {
     next ^= 1;
     QApplication::processEvents();
   }
-  if (host.errors != 0) state.SkipWithError("the road reported an error");
+  CheckNoErrors(state, road.host);
 }
 BENCHMARK(BM_ViewKeyStroke)->MeasureProcessCPUTime();
 
 // Initialise of a blank form with the view attached.
 void BM_ViewInitialiseBlank(benchmark::State& state) {
-  ViewPlatform platform;
-  QuickHost host;
-  ShownTicket t(platform, host);
-  QApplication::processEvents();
+  ShownRoad road;
+  ShownTicket& t = road.t;
   for (auto _ : state) {
     InitialiseBlank(*t.ticket);
     QApplication::processEvents();
   }
-  if (host.errors != 0) state.SkipWithError("the road reported an error");
+  CheckNoErrors(state, road.host);
 }
 BENCHMARK(BM_ViewInitialiseBlank)->MeasureProcessCPUTime()->Unit(benchmark::kMicrosecond);
 
@@ -217,7 +216,7 @@ void BM_ViewPlaceConfirmSend(benchmark::State& state) {
   }
   if (host.orders - ordersBefore != static_cast<Long>(state.iterations()))
     state.SkipWithError("not every road sent its order");
-  if (host.errors != 0) state.SkipWithError("the road reported an error");
+  CheckNoErrors(state, host);
 }
 BENCHMARK(BM_ViewPlaceConfirmSend)->MeasureProcessCPUTime()->Unit(benchmark::kMicrosecond);
 
@@ -240,7 +239,7 @@ void BM_ViewLoad(benchmark::State& state) {
   state.counters["per_ticket_tick"] = benchmark::Counter(
       static_cast<double>(n),
       benchmark::Counter::kIsIterationInvariantRate | benchmark::Counter::kInvert);
-  if (host.errors != 0) state.SkipWithError("the road reported an error");
+  CheckNoErrors(state, host);
 }
 BENCHMARK(BM_ViewLoad)->MeasureProcessCPUTime()->Arg(1)->Arg(10)->Arg(100)->Arg(500)->Unit(benchmark::kMillisecond);
 
