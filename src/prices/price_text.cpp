@@ -62,8 +62,7 @@ std::string Clientticket::Single_Price_As_String(double Price, double Pip) {
       return result;
     }
     // The pip's pattern and its yields, one for each digit 1 that its replacement makes 0.
-    std::string built;
-    bool isBuilt = false;
+    std::string built;  // empty when the pattern was known (a pattern never is)
     if (const PriceTextMemo::PipPattern* known = priceTexts_.pattern(Pip)) {
       const int ones = known->ones;
       for (int i = 0; i < ones; ++i) yield();
@@ -72,7 +71,6 @@ std::string Clientticket::Single_Price_As_String(double Price, double Pip) {
       const auto ones = static_cast<int>(std::count(built.begin(), built.end(), '1'));
       built = Change_Chars(built, "1", "0");
       built = PatternDigits(std::move(built));
-      isBuilt = true;
       priceTexts_.rememberPattern(Pip, built, ones);
     }
     if (const std::string* text = priceTexts_.text(Price, Pip)) {
@@ -80,7 +78,7 @@ std::string Clientticket::Single_Price_As_String(double Price, double Pip) {
     } else {
       // Work run by the yields may have formatted with another pip since.
       const PriceTextMemo::PipPattern* known = priceTexts_.pattern(Pip);
-      if (!known && !isBuilt) built = PatternDigits(PlainPattern(Pip));
+      if (!known && built.empty()) built = PatternDigits(PlainPattern(Pip));
       result = FormatNumber(Price, known ? known->pattern : built, locale());
       priceTexts_.rememberText(Price, Pip, result);
     }
