@@ -174,6 +174,13 @@ void TicketWidget::Impl::materialiseShowing() {
 
 QWidget* TicketWidget::Impl::create(Control& c, QWidget* parent, bool calendarNow) {
   QWidget* w = nullptr;
+  // A click on a button or an option is the user's click on its control.
+  const auto forwardClicks = [&c, l = &link](QAbstractButton* button) {
+    Control* control = &c;
+    QObject::connect(button, &QAbstractButton::clicked, button, [l, control] {
+      if (l->form) l->form->userClick(*control);
+    });
+  };
   switch (c.kind()) {
     case ControlKind::Surface:
     case ControlKind::Timer:
@@ -203,11 +210,7 @@ QWidget* TicketWidget::Impl::create(Control& c, QWidget* parent, bool calendarNo
     case ControlKind::CommandButton: {
       auto* button = new QPushButton(parent);
       button->setAutoDefault(false);
-      Control* control = &c;
-      ViewLink* l = &link;
-      QObject::connect(button, &QPushButton::clicked, button, [l, control] {
-        if (l->form) l->form->userClick(*control);
-      });
+      forwardClicks(button);
       w = button;
       break;
     }
@@ -219,11 +222,7 @@ QWidget* TicketWidget::Impl::create(Control& c, QWidget* parent, bool calendarNo
       option->setForegroundRole(QPalette::WindowText);
       option->setAutoFillBackground(true);
       option->setChecked(static_cast<OptionButton&>(c).Value());
-      Control* control = &c;
-      ViewLink* l = &link;
-      QObject::connect(option, &QRadioButton::clicked, option, [l, control] {
-        if (l->form) l->form->userClick(*control);
-      });
+      forwardClicks(option);
       w = option;
       break;
     }
