@@ -100,10 +100,8 @@ void QuickHost::VtInstGetArray(Long& InstrumentID, Long& BaseID, Long& ValueID, 
   auto it = instruments.find(InstrumentID);
   if (it == instruments.end()) return;
   const InstrumentRec& r = it->second;
-  BaseID = r.BaseID, ValueID = r.ValueID, LinkID = r.LinkID, SourceID = r.SourceID;
-  InstType = r.InstType, Term = r.Term, ShortDesc = r.ShortDesc, LongDesc = r.LongDesc;
-  ContractSize = r.ContractSize, Expiry = r.Expiry, Pip = r.Pip, Strike = r.Strike;
-  Status = r.Status, CallPut = r.CallPut, ValueDate = r.ValueDate;
+  AnswerInstrument(r, BaseID, ValueID, LinkID, SourceID, InstType, Term, ShortDesc, LongDesc,
+                   ContractSize, Expiry, Pip, Strike, Status, CallPut, ValueDate);
 }
 
 void QuickHost::VtInstGetArrayAll(Long&, Long&, Long& LinkID, Long&, Integer&, Integer&, Date&,

@@ -206,10 +206,8 @@ class TicketDriver::Impl : public ClientticketEvents {
       auto it = instruments_.find(InstrumentID);
       if (it != instruments_.end()) {
         const InstrumentRec& r = it->second;
-        BaseID = r.BaseID, ValueID = r.ValueID, LinkID = r.LinkID, SourceID = r.SourceID;
-        InstType = r.InstType, Term = r.Term, ShortDesc = r.ShortDesc, LongDesc = r.LongDesc;
-        ContractSize = r.ContractSize, Expiry = r.Expiry, Pip = r.Pip, Strike = r.Strike;
-        Status = r.Status, CallPut = r.CallPut, ValueDate = r.ValueDate;
+        AnswerInstrument(r, BaseID, ValueID, LinkID, SourceID, InstType, Term, ShortDesc, LongDesc,
+                         ContractSize, Expiry, Pip, Strike, Status, CallPut, ValueDate);
       }
     }
     answerInside();

@@ -711,10 +711,8 @@ void ScriptHost::VtInstGetArray(Long& InstrumentID, Long& BaseID, Long& ValueID,
                          [&](const InstrumentRec& r) { return r.InstrumentID == InstrumentID; });
   if (it != instruments_.end()) {
     const InstrumentRec& r = *it;
-    BaseID = r.BaseID, ValueID = r.ValueID, LinkID = r.LinkID, SourceID = r.SourceID;
-    InstType = r.InstType, Term = r.Term, ShortDesc = r.ShortDesc, LongDesc = r.LongDesc;
-    ContractSize = r.ContractSize, Expiry = r.Expiry, Pip = r.Pip, Strike = r.Strike;
-    Status = r.Status, CallPut = r.CallPut, ValueDate = r.ValueDate;
+    AnswerInstrument(r, BaseID, ValueID, LinkID, SourceID, InstType, Term, ShortDesc, LongDesc,
+                     ContractSize, Expiry, Pip, Strike, Status, CallPut, ValueDate);
   }
   RunHandlers("VtInstGetArray");
 }

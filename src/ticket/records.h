@@ -36,6 +36,19 @@ struct InstrumentRec {
   bool operator==(const InstrumentRec&) const = default;
 };
 
+// A host's answer to VtInstGetArray from its record of the instrument: every out-argument but
+// the instrument's own number.
+inline void AnswerInstrument(const InstrumentRec& r, Long& BaseID, Long& ValueID, Long& LinkID,
+                             Long& SourceID, Integer& InstType, Integer& Term,
+                             std::string& ShortDesc, std::string& LongDesc, Long& ContractSize,
+                             Date& Expiry, double& Pip, double& Strike, Integer& Status,
+                             Integer& CallPut, Date& ValueDate) {
+  BaseID = r.BaseID, ValueID = r.ValueID, LinkID = r.LinkID, SourceID = r.SourceID;
+  InstType = r.InstType, Term = r.Term, ShortDesc = r.ShortDesc, LongDesc = r.LongDesc;
+  ContractSize = r.ContractSize, Expiry = r.Expiry, Pip = r.Pip, Strike = r.Strike;
+  Status = r.Status, CallPut = r.CallPut, ValueDate = r.ValueDate;
+}
+
 // One price as the host returns it.
 struct PriceRec {
   double Bid = 0;

@@ -188,10 +188,8 @@ class RecordingHost : public ClientticketEvents {
     auto it = instruments.find(InstrumentID);
     if (it == instruments.end()) return;
     const InstrumentRec& r = it->second;
-    BaseID = r.BaseID, ValueID = r.ValueID, LinkID = r.LinkID, SourceID = r.SourceID;
-    InstType = r.InstType, Term = r.Term, ShortDesc = r.ShortDesc, LongDesc = r.LongDesc;
-    ContractSize = r.ContractSize, Expiry = r.Expiry, Pip = r.Pip, Strike = r.Strike;
-    Status = r.Status, CallPut = r.CallPut, ValueDate = r.ValueDate;
+    AnswerInstrument(r, BaseID, ValueID, LinkID, SourceID, InstType, Term, ShortDesc, LongDesc,
+                     ContractSize, Expiry, Pip, Strike, Status, CallPut, ValueDate);
   }
   void VtPriceGenericRequest(Long ToID, Long InstrumentID, Long SourceID) override {
     add("VtPriceGenericRequest",

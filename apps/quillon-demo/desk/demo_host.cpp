@@ -90,10 +90,8 @@ class DemoHost::TicketLine : public ClientticketEvents {
                       std::string& LongDesc, Long& ContractSize, Date& Expiry, double& Pip,
                       double& Strike, Integer& Status, Integer& CallPut, Date& ValueDate) override {
     if (const InstrumentRec* r = host_.book_.find(InstrumentID)) {
-      BaseID = r->BaseID, ValueID = r->ValueID, LinkID = r->LinkID, SourceID = r->SourceID;
-      InstType = r->InstType, Term = r->Term, ShortDesc = r->ShortDesc, LongDesc = r->LongDesc;
-      ContractSize = r->ContractSize, Expiry = r->Expiry, Pip = r->Pip, Strike = r->Strike;
-      Status = r->Status, CallPut = r->CallPut, ValueDate = r->ValueDate;
+      AnswerInstrument(*r, BaseID, ValueID, LinkID, SourceID, InstType, Term, ShortDesc, LongDesc,
+                       ContractSize, Expiry, Pip, Strike, Status, CallPut, ValueDate);
     }
     log("VtInstGetArray", {{"InstrumentID", N(InstrumentID)}, {"ShortDesc", QuotedText(ShortDesc)},
                            {"Term", N(Term)}, {"Pip", N(Pip)}, {"ContractSize", N(ContractSize)}},
