@@ -106,7 +106,7 @@ TEST_F(FormTest, StatusChoosesColourWordsAndCancelRequest) {
     SCOPED_TRACE(c.status);
     OpenBlank();
     Initialise(Msg{.InstrumentID = kEurUsd, .Quantity = 100000, .Price = 1.2,
-                   .Status = c.status, .Reason = 4, .FreeFormat = ""});
+                   .Status = c.status, .Reason = 4});
     EXPECT_EQ(f().UserControl.BackColor(), c.colour);
     EXPECT_EQ(f().fraOrderEntry.BackColor(), c.colour);
     EXPECT_EQ(f().cmdOKCancel(1).Enabled(), c.cancelRequest);
@@ -135,7 +135,7 @@ TEST_F(FormTest, PendingOcoWarnsAndCancelledShowsThePlainPrice) {
             "Your order has been received, please wait for a confirmation");
 
   Initialise(Msg{.InstrumentID = kEurUsd, .Price = 1.5, .OrderType = LIMIT_ORDER,
-                 .Status = ORDER_CANCELLED, .FreeFormat = ""});
+                 .Status = ORDER_CANCELLED});
   EXPECT_EQ(f().txtLimit.Text(), "1.5");
   EXPECT_EQ(f().txtPrice.Text(), "1.5");
   EXPECT_FALSE(f().fraValid.Visible());
@@ -190,7 +190,7 @@ TEST_F(FormTest, BlankFormChoosesQuoteThenStopWhenMarketIsClosed) {
     ticket_->setLanguage(1);
     ticket_->setAccountType(c.rights);
     host_.instruments[kEurUsd].Status = c.instStatus;
-    Initialise(Msg{.InstrumentID = kEurUsd, .FreeFormat = ""});
+    Initialise(Msg{.InstrumentID = kEurUsd});
     for (int i = 1; i <= 5; ++i) EXPECT_EQ(f().optType(i).Value(), i == c.selected) << i;
   }
 }
@@ -198,7 +198,7 @@ TEST_F(FormTest, BlankFormChoosesQuoteThenStopWhenMarketIsClosed) {
 TEST_F(FormTest, ExecutedOrderSelectsNoTypeAndShowsItsPrice) {
   OpenBlank();
   Initialise(Msg{.InstrumentID = kEurUsd, .Quantity = 100000, .Price = 1.25,
-                 .OrderType = LIMIT_ORDER, .Status = ORDER_EXECUTED, .FreeFormat = ""});
+                 .OrderType = LIMIT_ORDER, .Status = ORDER_EXECUTED});
   for (int i = 1; i <= 5; ++i) EXPECT_FALSE(f().optType(i).Value());
   EXPECT_TRUE(f().txtPrice.Visible());
   EXPECT_FALSE(f().txtLimit.Visible());

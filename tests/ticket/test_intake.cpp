@@ -11,7 +11,7 @@ class IntakeTest : public TicketTest {
   void Hold(Long status, Long orderID, Long instrument, Long linkID = 0) {
     ticket_->setLanguage(1);
     ticket_->setAccountType(0x0004 | 0x0400 | 0x0080);
-    Initialise(Msg{.InstrumentID = instrument, .Quantity = 100000, .Status = 0, .FreeFormat = ""});
+    Initialise(Msg{.InstrumentID = instrument, .Quantity = 100000, .Status = 0});
     // order number 0 is taken by every ticket
     probe().m().Status = status;
     probe().m().OrderID = orderID;
@@ -19,7 +19,7 @@ class IntakeTest : public TicketTest {
   }
   Msg Message(Long orderID, Long instrument, Long status) {
     return Msg{.OrderID = orderID, .InstrumentID = instrument, .Quantity = 250000, .Price = 1.2,
-               .Status = status, .FreeFormat = ""};
+               .Status = status};
   }
   bool Accepted(Msg m) {
     const double before = this->m().Quantity;

@@ -11,7 +11,7 @@ class OrderEntryTest : public TicketTest {
   // A blank market EUR/USD ticket, buy, on account 1, bid 1.2345 offer 1.2350.
   void SetUp() override {
     SetUpUser();
-    Initialise(Msg{.AccountID = 1, .InstrumentID = kEurUsd, .FreeFormat = ""});
+    Initialise(Msg{.AccountID = 1, .InstrumentID = kEurUsd});
   }
   void Tick(double bid, double offer, Long type = PRICE_TRADED, Long instrument = kEurUsd) {
     Long counterparty = 0, source = 0;

@@ -157,11 +157,11 @@ TEST_F(QuoteTest, QuotesForOtherOrdersAndOverlongQuotesChangeLittle) {
 TEST_F(QuoteTest, NextMessageEndsTheQuoteButValidToTradeIsIgnored) {
   Quote(1.2345, 1.2350, 30);
   Initialise(
-      Msg{.OrderID = 55, .InstrumentID = kEurUsd, .Status = ORDER_VALID_TO_TRADE, .FreeFormat = ""});
+      Msg{.OrderID = 55, .InstrumentID = kEurUsd, .Status = ORDER_VALID_TO_TRADE});
   EXPECT_TRUE(f().fraQuote.Visible());
   EXPECT_TRUE(loop_.isRunning(f().Timer1));
   Initialise(Msg{.OrderID = 55, .InstrumentID = kEurUsd, .Quantity = 100000, .Price = 1.2350,
-                 .Status = ORDER_EXECUTED, .FreeFormat = ""});
+                 .Status = ORDER_EXECUTED});
   EXPECT_FALSE(f().fraQuote.Visible());
   EXPECT_FALSE(loop_.isRunning(f().Timer1));
 }

@@ -306,8 +306,7 @@ TEST_F(SubmissionTest, QuickDealPicksTheSideByTheRulingCurrency) {
 
 TEST_F(SubmissionTest, WithdrawalSendsTheOrdersOwnQuantityAndReasonSix) {
   Msg pending{.OrderID = 77, .AccountID = 1, .InstrumentID = kEurUsd, .Quantity = -1000,
-              .Price = 1.3, .OrderType = LIMIT_ORDER, .Status = ORDER_PENDING, .Reason = 3,
-              .FreeFormat = ""};
+              .Price = 1.3, .OrderType = LIMIT_ORDER, .Status = ORDER_PENDING, .Reason = 3};
   probe().m().Status = ORDER_PLACED;  // a ticket that holds no order takes any on its instrument
   Initialise(pending);
   host_.events.clear();
@@ -331,7 +330,7 @@ TEST_F(SubmissionTest, WithdrawalSendsTheOrdersOwnQuantityAndReasonSix) {
 
 TEST_F(SubmissionTest, TradePanelButtonsAndClose) {
   Initialise(Msg{.AccountID = 1, .InstrumentID = kEurUsd, .Quantity = 1000, .Price = 1.25,
-                 .Status = ORDER_EXECUTED, .FreeFormat = ""});
+                 .Status = ORDER_EXECUTED});
   ASSERT_TRUE(f().fraTradeConf.Visible());
   Click(f().cmdOKCancel(5));
   EXPECT_FALSE(f().fraTradeConf.Visible());

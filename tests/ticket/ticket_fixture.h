@@ -224,7 +224,7 @@ struct Msg {
   Long Status = -1, LinkID = 0, Action = 0;
   Integer Reason = 0;
   Long CounterpartyID = 0, DummyLive = 0;
-  std::string FreeFormat;
+  std::string FreeFormat = "";
   Long SystemID = 0, CounterPartySystemID = 0, PriceProfileID = 0;
   double Strike = 0;
   Date Expiry = 0;
