@@ -50,20 +50,6 @@ class ViewTest : public TicketTest {
     return w;
   }
 
-  // An execution of the ticket's order as a trade message.
-  void Execute(double quantity, Long tradeID) {
-    Long from = 0, account = 1, instrument = kEurUsd, type = MARKET_ORDER, primSec = QTY_PRIMARY,
-         status = ORDER_EXECUTED, zero = 0;
-    double price = 1.2345, strike = 0;
-    Date marketTime = 0, valueDate = 37320, expiry = 0;
-    Integer reason = 0;
-    std::string text;
-    Boolean encrypt = false;
-    ticket_->TradeGeneric(from, tradeID, account, instrument, quantity, primSec, price, type,
-                          marketTime, valueDate, status, reason, zero, zero, zero, zero, text, zero,
-                          encrypt, zero, zero, strike, expiry);
-  }
-
   // A new ticket with a two-way request out as order 55, then the dealer's quote for it.
   void ShowQuote(Integer language = 1) {
     NewTicket();

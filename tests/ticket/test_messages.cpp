@@ -46,19 +46,6 @@ class MessagesTest : public TicketTest {
     Boolean ok = success;
     ticket_->GuaranteedMsgAck(from, gid, ok);
   }
-  void Execute(double quantity, Long tradeID, Long primSec = QTY_PRIMARY) {
-    Long from = 0, account = 1, instrument = kEurUsd, type = MARKET_ORDER,
-         status = ORDER_EXECUTED, order = 0, counterparty = 0, link = 0, dummy = 0, system = 0,
-         cpSystem = 0, profile = 0;
-    double price = 1.2345, strike = 0;
-    Date marketTime = 0, valueDate = 37320, expiry = 0;
-    Integer reason = 0;
-    std::string text;
-    Boolean encrypt = false;
-    ticket_->TradeGeneric(from, tradeID, account, instrument, quantity, primSec, price, type,
-                          marketTime, valueDate, status, reason, order, counterparty, link, dummy,
-                          text, system, encrypt, cpSystem, profile, strike, expiry);
-  }
   void Equity(Long account, double equity) {
     double limit = 5;
     ticket_->ReceivedEquity(account, equity, limit);

@@ -280,6 +280,20 @@ class TicketTest : public ::testing::Test {
   }
   void Initialise(Msg&& m) { Initialise(m); }
 
+  // An execution of a market order on account 1's EUR/USD at 1.2345, as a trade message.
+  void Execute(double quantity, Long tradeID, Long primSec = QTY_PRIMARY) {
+    Long from = 0, account = 1, instrument = kEurUsd, type = MARKET_ORDER,
+         status = ORDER_EXECUTED, zero = 0;
+    double price = 1.2345, strike = 0;
+    Date marketTime = 0, valueDate = 37320, expiry = 0;
+    Integer reason = 0;
+    std::string text;
+    Boolean encrypt = false;
+    ticket_->TradeGeneric(from, tradeID, account, instrument, quantity, primSec, price, type,
+                          marketTime, valueDate, status, reason, zero, zero, zero, zero, text, zero,
+                          encrypt, zero, zero, strike, expiry);
+  }
+
   // A user with every right, in English, and a blank EUR/USD ticket.
   void OpenBlank(Long instrument = kEurUsd) {
     ticket_->setLanguage(1);
