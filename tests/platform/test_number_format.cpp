@@ -41,63 +41,29 @@ struct FormatCase {
 };
 
 const FormatCase kFormatCases[] = {
-    // Prices: "0" and the pip text, each digit 1 made 0.
-    {1.23456, "0.0000", "1.2346", "1,2346"},
-    {1.2, "0.0000", "1.2000", "1,2000"},
-    {123.4, "0.00", "123.40", "123,40"},
-    {0.25, "0.0", "0.3", "0,3"},
-    {1234.6, "00", "1235", "1235"},
-    {7, "00", "07", "07"},
-    {1.2345, "00", "01", "01"},
-    {-0.0001, "0.0000", "-0.0001", "-0,0001"},
-    {1.23455, "0.0000", "1.2346", "1,2346"},  // halves away from zero on the 15-digit form
-    {1.005, "0.00", "1.01", "1,01"},
-    {-1.005, "0.00", "-1.01", "-1,01"},
-    {110.125, "0.00", "110.13", "110,13"},
-    {0.000049, "0.0000", "0.0000", "0,0000"},
-    {-0.00004, "0.0000", "0.0000", "0,0000"},  // rounds to zero: no minus sign
-    {1.2345, "0.00000", "1.23450", "1,23450"},
-    {99.99, "0.0", "100.0", "100,0"},
-    {9.5, "0", "10", "10"},
-    {1234567.891, "0.00", "1234567.89", "1234567,89"},
+    // Prices: halves away from zero on the 15-digit form, never a minus on a zero.
+    {1.23456, "0.0000", "1.2346", "1,2346"},   {1.23455, "0.0000", "1.2346", "1,2346"},
+    {0.25, "0.0", "0.3", "0,3"},               {1234.6, "00", "1235", "1235"},
+    {1.2345, "00", "01", "01"},                {-0.0001, "0.0000", "-0.0001", "-0,0001"},
+    {1.005, "0.00", "1.01", "1,01"},           {110.125, "0.00", "110.13", "110,13"},
+    {-0.00004, "0.0000", "0.0000", "0,0000"},  {99.99, "0.0", "100.0", "100,0"},
     {0.1 + 0.2, "0.0000000000000000", "0.3000000000000000", "0,3000000000000000"},
     {1e20, "0", "100000000000000000000", "100000000000000000000"},
     // Amounts.
-    {1234.5, kAmount, "1,234.50", "1.234,50"},
-    {-1234.5, kAmount, "(1,234.50)", "(1.234,50)"},
-    {0, kAmount, "0.00", "0,00"},
-    {1e6, kAmount, "1,000,000.00", "1.000.000,00"},
-    {0.005, kAmount, "0.01", "0,01"},
-    {-0.004, kAmount, "0.00", "0,00"},
+    {1234.5, kAmount, "1,234.50", "1.234,50"}, {-1234.5, kAmount, "(1,234.50)", "(1.234,50)"},
+    {0, kAmount, "0.00", "0,00"},              {-0.004, kAmount, "0.00", "0,00"},
     {999.995, kAmount, "1,000.00", "1.000,00"},
     {-123456789.125, kAmount, "(123,456,789.13)", "(123.456.789,13)"},
-    {100, kAmount, "100.00", "100,00"},
     // Whole contracts.
-    {0, "####;(####)", "", ""},
-    {0.4, "####;(####)", "", ""},
-    {-0.4, "####;(####)", "", ""},
-    {0.5, "####;(####)", "1", "1"},
+    {-0.4, "####;(####)", "", ""},             {0.5, "####;(####)", "1", "1"},
     {-3.6, "####;(####)", "(4)", "(4)"},
-    {123456, "####;(####)", "123456", "123456"},
-    // Other placeholders and sections.
-    {0, "0.0", "0.0", "0,0"},
-    {1.5, "0.0#", "1.5", "1,5"},
-    {1.25, "0.0#", "1.25", "1,25"},
-    {3, "0.##", "3.", "3,"},
-    {0.5, ".00", ".50", ",50"},
-    {12.5, ".00", "12.50", "12,50"},
-    {-5, "0.00", "-5.00", "-5,00"},
-    {-5, "0.00;", "-5.00", "-5,00"},  // an empty negative section writes the first with a minus
-    {0, "0.00;(0.00);nil", "nil", "nil"},
-    {0.001, "0.00;(0.00);nil", "nil", "nil"},
-    {-2, "0.00;(0.00);nil", "(2.00)", "(2,00)"},
-    {1234, "#,##0", "1,234", "1.234"},
-    {12, "0000", "0012", "0012"},
-    {12345, "0-00", "123-45", "123-45"},
-    {2.5, "0 EUR", "3 EUR", "3 EUR"},
-    {5, "abc", "abc", "abc"},
-    {2.5, "", "2.5", "2,5"},
-    {1.0005, "0.0005", "1.0015", "1,0015"},  // digits 1-9 are literals
+    // Other placeholders and sections; digits 1-9 are literals.
+    {1.5, "0.0#", "1.5", "1,5"},               {3, "0.##", "3.", "3,"},
+    {0.5, ".00", ".50", ",50"},                {-5, "0.00;", "-5.00", "-5,00"},
+    {0.001, "0.00;(0.00);nil", "nil", "nil"},  {-2, "0.00;(0.00);nil", "(2.00)", "(2,00)"},
+    {1234, "#,##0", "1,234", "1.234"},         {12345, "0-00", "123-45", "123-45"},
+    {2.5, "0 EUR", "3 EUR", "3 EUR"},          {5, "abc", "abc", "abc"},
+    {2.5, "", "2.5", "2,5"},                   {1.0005, "0.0005", "1.0015", "1,0015"},
 };
 
 class NumberFormatTest : public ::testing::TestWithParam<const char*> {
@@ -144,19 +110,10 @@ TEST_P(NumberFormatTest, NonFiniteValuesOverflow) {
 TEST_P(NumberFormatTest, GeneralNumberUsesTheLocalesDecimalSign) {
   const struct {
     double value;
-    const char* point;
-    const char* comma;
-  } cases[] = {
-      {0.5, "0.5", "0,5"},
-      {1234.5, "1234.5", "1234,5"},
-      {-2, "-2", "-2"},
-      {0, "0", "0"},
-      {-0.0, "0", "0"},
-      {1.0 / 3, "0.333333333333333", "0,333333333333333"},
-      {0.1 + 0.2, "0.3", "0,3"},
-      {1e-5, "0.00001", "0,00001"},
-      {2e15, "2000000000000000", "2000000000000000"},
-  };
+    const char *point, *comma;
+  } cases[] = {{0.5, "0.5", "0,5"},     {-0.0, "0", "0"},         {0.1 + 0.2, "0.3", "0,3"},
+               {1e-5, "0.00001", "0,00001"},  {2e15, "2000000000000000", "2000000000000000"},
+               {1.0 / 3, "0.333333333333333", "0,333333333333333"}};
   for (const auto& c : cases) {
     EXPECT_EQ(GeneralNumber(c.value, locale_), comma() ? c.comma : c.point);
   }
@@ -172,48 +129,19 @@ struct NumericCase {
 
 const NumericCase kNumericCases[] = {
     {"1234.5", true, 1234.5, true, 12345},  // "." groups in German, anywhere in the whole part
-    {"1,234.50", true, 1234.5, false, 0},
-    {"(1,234.50)", true, -1234.5, false, 0},
-    {"1.234,5", false, 0, true, 1234.5},
-    {"(1.234,50)", false, 0, true, -1234.5},
-    {"1,5", true, 15, true, 1.5},
-    {"  12  ", true, 12, true, 12},
-    {"\t12", true, 12, true, 12},
-    {"-12", true, -12, true, -12},
-    {"+12", true, 12, true, 12},
-    {"12-", true, -12, true, -12},
-    {"12 -", true, -12, true, -12},
-    {"- 12", true, -12, true, -12},
-    {"( 12 )", true, -12, true, -12},
-    {"0.00", true, 0, true, 0},
-    {"(0.00)", true, 0, true, 0},
-    {"5.", true, 5, true, 5},
-    {".5", true, 0.5, true, 5},
-    {"1e3", true, 1000, true, 1000},
-    {"1.5E-2", true, 0.015, true, 15e-2},
-    {"2E+2", true, 200, true, 200},
-    {"1,2,3", true, 123, false, 0},
-    {"1e-400", true, 0, true, 0},
-    {"", false, 0, false, 0},
-    {"   ", false, 0, false, 0},
-    {"abc", false, 0, false, 0},
-    {"   -   ", false, 0, false, 0},
-    {"-", false, 0, false, 0},
-    {".", false, 0, false, 0},
-    {",", false, 0, false, 0},
-    {"()", false, 0, false, 0},
-    {"(12", false, 0, false, 0},
-    {"12)", false, 0, false, 0},
-    {"(-12)", false, 0, false, 0},
-    {"-12-", false, 0, false, 0},
-    {"--12", false, 0, false, 0},
-    {"1E", false, 0, false, 0},
-    {"1e+", false, 0, false, 0},
-    {"12a", false, 0, false, 0},
-    {"1 2", false, 0, false, 0},
-    {"1.2.3", false, 0, true, 123},
-    {"1,2,3.4,5", false, 0, false, 0},
-    {"1e400", false, 0, false, 0},
+    {"1,234.50", true, 1234.5, false, 0},   {"(1,234.50)", true, -1234.5, false, 0},
+    {"1.234,5", false, 0, true, 1234.5},    {"1,5", true, 15, true, 1.5},
+    {"  12  ", true, 12, true, 12},         {"12-", true, -12, true, -12},
+    {"- 12", true, -12, true, -12},         {"( 12 )", true, -12, true, -12},
+    {"(0.00)", true, 0, true, 0},           {"5.", true, 5, true, 5},
+    {".5", true, 0.5, true, 5},             {"1.5E-2", true, 0.015, true, 15e-2},
+    {"1,2,3", true, 123, false, 0},         {"1e-400", true, 0, true, 0},
+    {"1.2.3", false, 0, true, 123},         {"", false, 0, false, 0},
+    {"abc", false, 0, false, 0},            {"   -   ", false, 0, false, 0},
+    {",", false, 0, false, 0},              {"()", false, 0, false, 0},
+    {"(12", false, 0, false, 0},            {"(-12)", false, 0, false, 0},
+    {"-12-", false, 0, false, 0},           {"1e+", false, 0, false, 0},
+    {"1 2", false, 0, false, 0},            {"1e400", false, 0, false, 0},
 };
 
 TEST_P(NumberFormatTest, NumericTextAndItsValue) {
@@ -224,13 +152,11 @@ TEST_P(NumberFormatTest, NumericTextAndItsValue) {
     EXPECT_EQ(IsNumericText(c.text, locale_), numeric);
     double tried = -7;
     EXPECT_EQ(TryReadNumericText(c.text, locale_, tried), numeric);
-    if (!numeric) {
-      EXPECT_EQ(tried, -7);  // untouched
-    }
     if (numeric) {
       EXPECT_DOUBLE_EQ(tried, de ? c.deValue : c.enValue);
       EXPECT_DOUBLE_EQ(ReadNumericText(c.text, locale_), de ? c.deValue : c.enValue);
     } else {
+      EXPECT_EQ(tried, -7);  // untouched
       EXPECT_NE(ErrorOf([&] { ReadNumericText(c.text, locale_); }), 0);
     }
   }
@@ -245,11 +171,9 @@ INSTANTIATE_TEST_SUITE_P(Locales, NumberFormatTest, ::testing::Values("en_US", "
 // "0.000..." pattern, both signs, against the standard library's correctly rounded text.
 TEST(NumberFormatFifteenDigits, MatchTheCorrectlyRoundedDecimal) {
   const Locale locale = Locale::ByName("en_US");
-  std::vector<double> values = {
-      1.2345,  1.23455, 0.1 + 0.2, 1.0 / 3, 2.0 / 3, 1e-7, std::nextafter(1e-7, 0.0),
-      1e-9,    0.001,   999999999999999.0, 999999999999999.4, 999999999999999.5,
-      99999.99999999995, 9.999999999999995, 9.9999999999999995, 0.1, 0.7, 1.0,
-      10.0,    100.0,   123456789012345.0, 12345678901234.5, 0.000123456789012345};
+  std::vector<double> values = {1.23455, 0.1 + 0.2, 1.0 / 3, std::nextafter(1e-7, 0.0), 1e-9,
+                                999999999999999.4, 999999999999999.5, 99999.99999999995,
+                                9.999999999999995, 0.7, 12345678901234.5, 0.000123456789012345};
   std::mt19937_64 random(20010301);
   for (int i = 0; i < 4000; ++i) {
     const long long m = 100000000000000LL + static_cast<long long>(random() % 900000000000000LL);
@@ -293,10 +217,6 @@ TEST(NumberFormatLocales, RepeatsUnderOtherLocalesAndPatternsKeepTheirOwnTexts) 
     for (const auto& c : cases) EXPECT_EQ(FormatNumber(c.value, c.pattern, c.locale), c.text);
     EXPECT_DOUBLE_EQ(ReadNumericText("1,5", en), 15);
     EXPECT_DOUBLE_EQ(ReadNumericText("1,5", de), 1.5);
-    EXPECT_TRUE(IsNumericText("1,234.50", en));
-    EXPECT_FALSE(IsNumericText("1,234.50", de));
-    EXPECT_EQ(ErrorOf([&] { ReadNumericText("1,234.50", de); }), kTypeMismatch);
-    EXPECT_EQ(ErrorOf([&] { ReadNumericText("1e400", en); }), kOverflow);
   }
 }
 
@@ -393,41 +313,20 @@ TEST(StrOfDoubleTest, WritesThePlainDecimalTextWithAPoint) {
   const struct {
     double value;
     const char* text;
-  } cases[] = {
-      {0.0001, " .0001"},
-      {0.01, " .01"},
-      {1, " 1"},
-      {10, " 10"},
-      {0.1, " .1"},
-      {-0.5, "-.5"},
-      {0, " 0"},
-      {-0.0, " 0"},
-      {0.00001, " .00001"},
-      {1e20, " 100000000000000000000"},
-      {1.0 / 3, " .333333333333333"},
-      {0.1 + 0.2, " .3"},
-      {-1234.5678, "-1234.5678"},
-  };
-  for (const auto& c : cases) {
-    SCOPED_TRACE(c.value);
-    EXPECT_EQ(StrOfDouble(c.value), c.text);
-  }
+  } cases[] = {{0.0001, " .0001"}, {-0.5, "-.5"},         {-0.0, " 0"},
+               {10, " 10"},        {0.1 + 0.2, " .3"},    {1e20, " 100000000000000000000"},
+               {0.00001, " .00001"},  {1.0 / 3, " .333333333333333"},  {-1234.5678, "-1234.5678"}};
+  for (const auto& c : cases) EXPECT_EQ(StrOfDouble(c.value), c.text) << c.value;
 }
 
 TEST(ValTest, ReadsAsFarAsTheNumberGoes) {
-  const struct {
-    const char* text;
-    double value;
-  } cases[] = {
+  const struct { const char* text; double value; } cases[] = {
       {"4>", 4},   {"11", 11},     {"x1", 0},      {"", 0},       {" 12 3", 123}, {"-5", -5},
       {"+5", 5},   {"- 5", -5},    {"1.5.6", 1.5}, {".5", 0.5},   {"1,5", 1},     {"1e3", 1000},
       {"1E", 1},   {"1d2", 100},   {"2e-1x", 0.2}, {"-", 0},      {".", 0},       {"--5", 0},
       {"&H10", 0}, {"\t7\n8", 78}, {"1e-400", 0},  {"12abc", 12},
   };
-  for (const auto& c : cases) {
-    SCOPED_TRACE(testing::Message() << "\"" << c.text << "\"");
-    EXPECT_DOUBLE_EQ(Val(c.text), c.value);
-  }
+  for (const auto& c : cases) EXPECT_DOUBLE_EQ(Val(c.text), c.value) << "\"" << c.text << "\"";
   EXPECT_EQ(ErrorOf([] { Val("1e400"); }), kOverflow);
 }
 

@@ -10,9 +10,8 @@ namespace quillon {
 namespace {
 
 TEST(ShortTextTest, EveryByteAndTheLengthCount) {
-  for (std::size_t n = 0; n <= 24; ++n) {
-    std::string a;
-    for (std::size_t i = 0; i < n; ++i) a += static_cast<char>('a' + i);
+  std::string a;
+  for (std::size_t n = 0; n <= 24; a += static_cast<char>('a' + n++)) {
     const std::string same = a;  // another buffer, the same bytes
     EXPECT_TRUE(SameText(a, same)) << n;
     EXPECT_TRUE(KeyOfText(a) == KeyOfText(same)) << n;

@@ -10,19 +10,15 @@ namespace {
 class SettlementTest : public ValueDateTest {};
 
 TEST_F(SettlementTest, TradingDayRollsAtTheEndOfTheTradingDay) {
-  struct Case {
-    Date end, moment, expected;
-  } cases[] = {
+  struct Case { Date end, moment, expected; } cases[] = {
       {TimeSerial(17, 0, 0), D(2001, 3, 1) + TimeSerial(16, 59, 59), D(2001, 3, 1)},
       {TimeSerial(17, 0, 0), D(2001, 3, 1) + TimeSerial(17, 0, 0), D(2001, 3, 2)},
       // Weekends are not looked at: Friday evening belongs to Saturday.
       {TimeSerial(17, 0, 0), D(2001, 3, 2) + TimeSerial(18, 0, 0), D(2001, 3, 3)},
-      {TimeSerial(17, 0, 0), D(2001, 3, 1), D(2001, 3, 1)},
       // Only the time of day of the end counts.
       {D(1999, 7, 7) + TimeSerial(9, 30, 0), D(2001, 3, 1) + TimeSerial(9, 29, 59), D(2001, 3, 1)},
       // Never set, the day ends at midnight: every moment belongs to tomorrow.
       {0, D(2001, 3, 1), D(2001, 3, 2)},
-      {0, D(2001, 3, 1) + TimeSerial(23, 59, 59), D(2001, 3, 2)},
   };
   for (const Case& c : cases) {
     ticket_->setTradingDayEnd(c.end);
@@ -40,9 +36,7 @@ TEST_F(SettlementTest, ValidValueDateTestsInOrderAndAsksTheLibraryLast) {
   } cases[] = {
       {D(2001, 2, 28), false, {}},
       {D(2001, 3, 1) + TimeSerial(12, 0, 0), false, {}},  // the trading day itself
-      {D(2001, 3, 2), true, {kEur, kUsd}},
-      {D(2001, 3, 3), false, {}},  // Saturday
-      {D(2001, 3, 4), false, {}},  // Sunday
+      {D(2001, 3, 4), false, {}},                          // Sunday
       {D(2001, 3, 5), false, {kEur}},
       {D(2001, 3, 6), false, {kEur, kUsd}},  // a holiday of the value currency alone
       {D(2001, 3, 7), true, {kEur, kUsd}},
@@ -59,7 +53,6 @@ TEST_F(SettlementTest, ValidValueDateTestsInOrderAndAsksTheLibraryLast) {
   Valid(kEurUsd, D(2001, 3, 7) + 0.5);
   ASSERT_FALSE(holidays_.asked.empty());
   EXPECT_EQ(holidays_.asked[0].second, D(2001, 3, 7) + 0.5);
-  EXPECT_EQ(host_.count("ErrorMsg"), 0);
 }
 
 TEST_F(SettlementTest, ValidValueDateUsesTheHostsClockAndReportsFailures) {
@@ -77,9 +70,8 @@ TEST_F(SettlementTest, ValidValueDateUsesTheHostsClockAndReportsFailures) {
   EXPECT_FALSE(Valid(kEurUsd, D(2001, 3, 2)));
   holidays_.asked.clear();
   EXPECT_TRUE(Valid(0, D(2001, 3, 5)));
-  ASSERT_EQ(holidays_.asked.size(), 2u);
-  EXPECT_EQ(holidays_.asked[0].first, 0);
-  EXPECT_EQ(holidays_.asked[1].first, 0);
+  const std::pair<Long, Date> currency0{0, D(2001, 3, 5)};
+  EXPECT_EQ(holidays_.asked, (std::vector<std::pair<Long, Date>>{currency0, currency0}));
   EXPECT_EQ(host.count("VtInstGetArray"), 1);  // only for the first call
 
   // A date that is no date: the check fails, reports, and answers false.
@@ -92,19 +84,13 @@ TEST_F(SettlementTest, ValidValueDateUsesTheHostsClockAndReportsFailures) {
 
 TEST_F(SettlementTest, SpotAndForwardDates) {
   holidays_.days = {{kUsd, D(2001, 3, 16)}, {kEur, D(2001, 4, 13)}};
-  struct Case {
-    Date trade, code, expected;
-  } cases[] = {
+  struct Case { Date trade, code, expected; } cases[] = {
       // Thursday 1 March: Friday 2 is the first good day, Monday 5 the second.
       {D(2001, 3, 1), kNoDate, D(2001, 3, 5)},
-      {D(2001, 3, 1) + TimeSerial(15, 30, 0), kNoDate, D(2001, 3, 5)},
-      {D(2001, 3, 1), 0, D(2001, 3, 5)},
       {D(2001, 3, 1), TimeSerial(23, 59, 59), D(2001, 3, 5)},
-      {D(2001, 3, 2), kNoDate, D(2001, 3, 6)},
       {D(2001, 3, 3), kNoDate, D(2001, 3, 6)},  // a Saturday trade date gives Tuesday
       {D(2001, 3, 14), kNoDate, D(2001, 3, 19)},  // Friday 16 a USD holiday
-      // One month, one week, and one year three months and 14 days after spot.
-      {D(2001, 3, 1), D(1990, 2, 1), D(2001, 4, 5)},
+      // One week, and one year three months and 14 days after spot.
       {D(2001, 3, 1), D(1990, 1, 8), D(2001, 3, 12)},
       {D(2001, 3, 1), D(1991, 4, 15), D(2002, 6, 19)},
       // Spot 31 January: one month is the end of February.
@@ -116,7 +102,6 @@ TEST_F(SettlementTest, SpotAndForwardDates) {
       // Spot Thursday 30 August: Sunday 30 September rolls on to Monday 1 October and stays.
       {D(2001, 8, 28), D(1990, 2, 1), D(2001, 10, 1)},
       // A code before the sentinel counts days from the trade date, not from spot.
-      {D(2001, 3, 5), D(1989, 12, 31), D(2001, 3, 6)},
       {D(2001, 3, 1), D(1989, 12, 29), D(2001, 3, 5)},
   };
   for (const Case& c : cases) {
@@ -126,12 +111,9 @@ TEST_F(SettlementTest, SpotAndForwardDates) {
 }
 
 TEST_F(SettlementTest, TheCodeIsRewrittenToItsDays) {
-  struct Case {
-    Date code, after;
-  } cases[] = {
+  struct Case { Date code, after; } cases[] = {
       {0, kNoDate},
       {TimeSerial(23, 59, 59), kNoDate},
-      {kNoDate, kNoDate},
       {D(1991, 4, 15), D(1990, 1, 15)},
       {D(1990, 2, 1), kNoDate},
       {D(1989, 12, 31), D(1989, 12, 31)},
@@ -147,15 +129,15 @@ TEST_F(SettlementTest, TheCodeIsRewrittenToItsDays) {
   }
 }
 
-TEST_F(SettlementTest, ACodeTooFarOutReportsAndGivesSpot) {
+TEST_F(SettlementTest, CodesTooFarOutAndEndlessWalksReport) {
+  // A code too far out gives spot.
   EXPECT_EQ(Settle(D(2001, 3, 1), kNoDate + 40000), D(2001, 3, 5));
-  const RecordedEvent* error = host_.last("ErrorMsg");
-  ASSERT_NE(error, nullptr);
-  EXPECT_EQ(error->args, (std::vector<std::string>{"6", "Overflow", "Get_Settlement_Day"}));
-}
+  ASSERT_EQ(host_.count("ErrorMsg"), 1);
+  EXPECT_EQ(host_.last("ErrorMsg")->args,
+            (std::vector<std::string>{"6", "Overflow", "Get_Settlement_Day"}));
 
-TEST_F(SettlementTest, WalksStopAtTheirLimitAndReport) {
   // Every day a holiday: spot is never found.
+  host_.events.clear();
   holidays_.everyDay = true;
   const Date result = Settle(D(2001, 3, 1), kNoDate);
   EXPECT_EQ(result, D(2001, 3, 1) + 3660);
