@@ -21,6 +21,7 @@ namespace quillon {
 struct TicketLife {
   bool destroyed = false;
   bool inTicket = false;  // the innermost running code is the ticket's own, not the host's
+  int entries = 0;        // entries running, each holding the life
 
   // Ends the ticket's procedure when the ticket is gone.
   void check() const {
@@ -34,8 +35,12 @@ class TicketEntry {
   explicit TicketEntry(std::shared_ptr<TicketLife> life)
       : life_(std::move(life)), fromTicket_(life_->inTicket) {
     life_->inTicket = true;
+    ++life_->entries;
   }
-  ~TicketEntry() { life_->inTicket = fromTicket_; }
+  ~TicketEntry() {
+    life_->inTicket = fromTicket_;
+    --life_->entries;
+  }
   TicketEntry(const TicketEntry&) = delete;
   TicketEntry& operator=(const TicketEntry&) = delete;
 

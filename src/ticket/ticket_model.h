@@ -309,17 +309,21 @@ class Clientticket : private TicketPlatform, private TicketMembers, private Tick
     outside([&] { (host_->*event)(std::forward<Args>(args)...); });
   }
   // Runs the host's code (an event handler, the loop's work, the printer) inside a call.
+  // The life must outlast the call, which may destroy the ticket: a running entry holds it
+  // already (a count, where another hold would be a pair of atomic operations a call); a call
+  // outside any entry takes a hold of its own.
   template <typename Call>
   void outside(Call&& call) {
-    const std::shared_ptr<TicketLife> life = life_;
+    TicketLife& life = *life_;
+    const std::shared_ptr<TicketLife> hold = life.entries > 0 ? nullptr : life_;
     try {
-      const HostTurn turn(*life);
+      const HostTurn turn(life);
       call();
     } catch (...) {
-      life->check();
+      life.check();
       throw;
     }
-    life->check();
+    life.check();
   }
   // Raises ErrorMsg for a stop-and-report procedure that met `error`.
   void Report(const RuntimeError& error, const char* functionName, bool withText);
@@ -327,6 +331,15 @@ class Clientticket : private TicketPlatform, private TicketMembers, private Tick
 
   ClientticketEvents* host_;
   PriceTextMemo priceTexts_;  // the pip's pattern and the prices written last
+  // The last contract remainder worked out, by the bits of its quantity, the contract size
+  // and the locale's signs: the order check asks for the same one several times a tick.
+  struct RemainderMemo {
+    std::uint64_t quantity = 0;
+    Long contractSize = 0;
+    std::uint64_t signs = 0;
+    double result = 0;
+    bool known = false;
+  } remainder_;
   std::shared_ptr<TicketLife> life_ = std::make_shared<TicketLife>();
 };
 
