@@ -40,18 +40,6 @@ std::string Right(const std::string& text, std::size_t n) {
   return text.substr(start);
 }
 
-// "0" and the pip's plain text, as the price pattern starts out.
-std::string PlainPattern(double pip) { return "0" + Trim(StrOfDouble(pip)); }
-
-// The price pattern with its digits made placeholders. A pip that is not a power of ten
-// (0.0005, 0.25) leaves digits other than 1 in the pattern; they count as decimals like the
-// rest, so such a pip shows as many decimals as it has.
-std::string PatternDigits(std::string pattern) {
-  for (char& c : pattern)
-    if (c >= '1' && c <= '9') c = '0';
-  return pattern;
-}
-
 }  // namespace
 
 std::string Clientticket::Single_Price_As_String(double Price, double Pip) {
@@ -61,25 +49,27 @@ std::string Clientticket::Single_Price_As_String(double Price, double Pip) {
       result = LoadResString(230);
       return result;
     }
-    // The pip's pattern and its yields, one for each digit 1 that its replacement makes 0.
-    std::string built;  // empty when the pattern was known (a pattern never is)
+    // The pip's pattern, built once per pip, and its yields: one for each digit 1 that the
+    // replacement makes 0.
+    std::string pattern;
     if (const PriceTextMemo::PipPattern* known = priceTexts_.pattern(Pip)) {
-      const int ones = known->ones;
+      pattern = known->pattern;
+      const int ones = known->ones;  // the yields may replace the pattern kept
       for (int i = 0; i < ones; ++i) yield();
     } else {
-      built = PlainPattern(Pip);
-      const auto ones = static_cast<int>(std::count(built.begin(), built.end(), '1'));
-      built = Change_Chars(built, "1", "0");
-      built = PatternDigits(std::move(built));
-      priceTexts_.rememberPattern(Pip, built, ones);
+      pattern = "0" + Trim(StrOfDouble(Pip));
+      const auto ones = static_cast<int>(std::count(pattern.begin(), pattern.end(), '1'));
+      pattern = Change_Chars(pattern, "1", "0");
+      // A pip that is not a power of ten (0.0005, 0.25) leaves other digits in the pattern;
+      // they count as decimals like the rest, so such a pip shows as many decimals as it has.
+      for (char& c : pattern)
+        if (c >= '2' && c <= '9') c = '0';
+      priceTexts_.rememberPattern(Pip, pattern, ones);
     }
     if (const std::string* text = priceTexts_.text(Price, Pip)) {
       result = *text;
     } else {
-      // Work run by the yields may have formatted with another pip since.
-      const PriceTextMemo::PipPattern* known = priceTexts_.pattern(Pip);
-      if (!known && built.empty()) built = PatternDigits(PlainPattern(Pip));
-      result = FormatNumber(Price, known ? known->pattern : built, locale());
+      result = FormatNumber(Price, pattern, locale());
       priceTexts_.rememberText(Price, Pip, result);
     }
   } catch (...) {
