@@ -4,6 +4,7 @@
 #include <QDateTime>
 #include <QEvent>
 #include <QPointer>
+#include <QTimeZone>
 #include <QTimer>
 #include <algorithm>
 #include <chrono>
@@ -100,11 +101,28 @@ void QtMessageLoop::yield() {
   }
 }
 
+// The ticket asks for the time at every value date it tests. Working out the local time anew
+// each time looks the zone up in the system (a file check at every call), so the offset is
+// kept for as long as it holds, and the local time is the UTC clock plus the offset.
 Date QtMessageLoop::now() const {
-  const QDateTime t = QDateTime::currentDateTime();
-  const QDate d = t.date();
-  return DateSerial(d.year(), d.month(), d.day()) +
-         static_cast<double>(t.time().msecsSinceStartOfDay()) / 86400000.0;
+  const qint64 utcMs = QDateTime::currentMSecsSinceEpoch();
+  if (utcMs < offsetFromMs_ || utcMs >= offsetUntilMs_) {
+    const QDateTime local = QDateTime::fromMSecsSinceEpoch(utcMs);
+    offsetMs_ = static_cast<qint64>(local.offsetFromUtc()) * 1000;
+    offsetFromMs_ = utcMs;
+    offsetUntilMs_ = utcMs + 60 * 1000;
+    const QTimeZone::OffsetData next = QTimeZone::systemTimeZone().nextTransition(local);
+    if (next.atUtc.isValid())
+      offsetUntilMs_ = std::min(offsetUntilMs_, next.atUtc.toMSecsSinceEpoch());
+  }
+  // Whole days since 30 December 1899 (the Unix epoch is day 25569) and the time of day.
+  constexpr qint64 kMsPerDay = 86400000;
+  constexpr qint64 kUnixEpochDay = 25569;
+  const qint64 localMs = utcMs + offsetMs_;
+  qint64 day = localMs / kMsPerDay;
+  if (localMs % kMsPerDay < 0) --day;
+  return static_cast<double>(kUnixEpochDay + day) +
+         static_cast<double>(localMs - day * kMsPerDay) / static_cast<double>(kMsPerDay);
 }
 
 void QtMessageLoop::startTimer(Timer& timer, Long intervalMs) {

@@ -39,6 +39,11 @@ class QtMessageLoop : public MessageLoop {
   std::map<Timer*, QTimer*> timers_;
   std::unique_ptr<Repaints> repaints_;
   std::chrono::steady_clock::time_point lastPoll_{};  // the last yield that polled the system
+  // The local time's offset from UTC, and the span of UTC instants it holds for: up to the
+  // zone's next transition, and a minute at the most (the system's zone may be changed).
+  mutable long long offsetMs_ = 0;
+  mutable long long offsetFromMs_ = 0;
+  mutable long long offsetUntilMs_ = 0;  // nothing known yet
 };
 
 }  // namespace quillon::view
