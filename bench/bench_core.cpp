@@ -170,65 +170,21 @@ void BM_PlaceConfirmSend(benchmark::State& state) {
 }
 BENCHMARK(BM_PlaceConfirmSend);
 
-// Get_Settlement_Day with the TARGET and Federal Reserve calendars for EUR and USD.
-void SettlementDay(benchmark::State& state, Date code) {
+// Settlement dates with real calendars, and the forward search.
+void BM_SettlementSpot(benchmark::State& state) {
   OneTicket t;
-  t.ticket->setTradingDayEnd(TimeSerial(17, 0, 0));
-  const Date trade = DateSerial(2001, 3, 1);
-  Long instrument = QuickHost::kEurUsd;
-  for (auto _ : state) {
-    Date tradeDate = trade, forward = code;
-    benchmark::DoNotOptimize(t.ticket->Get_Settlement_Day(tradeDate, forward, instrument));
-  }
-  CheckNoErrors(state, t.host);
+  SettlementRoad(state, *t.ticket, t.host, kNoDate, [] {});
 }
-void BM_SettlementSpot(benchmark::State& state) { SettlementDay(state, kNoDate); }
 void BM_SettlementOneYear(benchmark::State& state) {
-  SettlementDay(state, DateSerial(1991, 1, 1));
+  OneTicket t;
+  SettlementRoad(state, *t.ticket, t.host, DateSerial(1991, 1, 1), [] {});
 }
 BENCHMARK(BM_SettlementSpot);
 BENCHMARK(BM_SettlementOneYear);
 
-// Find_New_Inst over a family of ten forwards whose last member is the one that settles on
-// the date asked for, so the search settles every member.
 void BM_FindNewInst(benchmark::State& state) {
   OneTicket t;
-  t.ticket->setTradingDayEnd(TimeSerial(17, 0, 0));
-  constexpr Long kParent = 100;
-  auto add = [&](Long id, Long link, Integer term, Date code) {
-    InstrumentRec r;
-    r.InstrumentID = id;
-    r.ShortDesc = r.LongDesc = "EUR/USD " + std::to_string(id);
-    r.BaseID = QuickHost::kEur;
-    r.ValueID = QuickHost::kUsd;
-    r.LinkID = link;
-    r.Term = term;
-    r.ValueDate = code;
-    r.Pip = 0.0001;
-    r.ContractSize = 100000;
-    t.host.instruments[id] = r;
-  };
-  add(kParent, 0, 2, kNoDate);
-  const Date codes[] = {DateSerial(1990, 1, 8), DateSerial(1990, 1, 15), DateSerial(1990, 1, 22),
-                        DateSerial(1990, 2, 1), DateSerial(1990, 3, 1),  DateSerial(1990, 4, 1),
-                        DateSerial(1990, 7, 1), DateSerial(1990, 10, 1), kNoDate,
-                        DateSerial(1991, 1, 1)};
-  for (Long i = 0; i < 10; ++i) {
-    const Long id = kParent + 1 + i;
-    add(id, kParent, i == 8 ? 11 : 7, codes[i]);
-    t.host.family.push_back(id);
-  }
-  Date tradingDay = DateSerial(2001, 3, 1);  // 10:00 on 1 March, before the day's end
-  Date oneYear = DateSerial(1991, 1, 1);
-  Long parent = kParent;
-  const Date target = t.ticket->Get_Settlement_Day(tradingDay, oneYear, parent);
-  TicketProbe probe{*t.ticket};
-  if (probe.FindNewInst(kParent, target) != kParent + 10) {
-    state.SkipWithError("the search did not find the one-year forward");
-    return;
-  }
-  for (auto _ : state) benchmark::DoNotOptimize(probe.FindNewInst(kParent, target));
-  CheckNoErrors(state, t.host);
+  FindNewInstRoad(state, *t.ticket, t.host, [] {});
 }
 BENCHMARK(BM_FindNewInst);
 

@@ -81,7 +81,12 @@ class QuickHost : public ClientticketEvents {
   void VtPriceGetArray(Long InstrumentID, Long SourceID, Long& CounterpartyID, double& Bid,
                        double& Offer, double& High, double& Low, Long& PriceType,
                        Date& PriceTime, Long& PriceProfileID) override;
-  void SystemTime(Date&) override { ++events; }
+  // The host's clock, whatever the loop's: 10:00 on 1 March 2001, the trade date of the
+  // settlement roads.
+  void SystemTime(Date& now) override {
+    ++events;
+    now = DateSerial(2001, 3, 1) + TimeSerial(10, 0, 0);
+  }
   void RequestEquity(Long&, Long&) override { ++events; }
   void ResizeTicket(Integer&) override { ++events; }
   void Message(std::string) override { ++events; }
@@ -147,6 +152,68 @@ inline void Tick(Clientticket& ticket, Long instrument, double bid, double offer
   Long counterparty = 0, type = PRICE_TRADED, source = 0;
   Date time = 0;
   ticket.PriceGeneric(instrument, counterparty, bid, offer, type, source, time);
+}
+
+// Get_Settlement_Day with the TARGET and Federal Reserve calendars for EUR and USD, for a trade
+// on 1 March 2001, at the host's clock before the day's end (17:00), and a value code: kNoDate for spot. `turn` runs
+// after each call (one turn of Qt's loop with the view attached).
+template <typename Turn>
+void SettlementRoad(benchmark::State& state, Clientticket& ticket, const QuickHost& host,
+                    Date code, Turn turn) {
+  ticket.setTradingDayEnd(TimeSerial(17, 0, 0));
+  const Date trade = DateSerial(2001, 3, 1);
+  Long instrument = QuickHost::kEurUsd;
+  for (auto _ : state) {
+    Date tradeDate = trade, forward = code;
+    benchmark::DoNotOptimize(ticket.Get_Settlement_Day(tradeDate, forward, instrument));
+    turn();
+  }
+  CheckNoErrors(state, host);
+}
+
+// Find_New_Inst over a family of ten EUR/USD forwards whose last member is the one that
+// settles on the one-year date, so the search settles every member. `turn` as above.
+template <typename Turn>
+void FindNewInstRoad(benchmark::State& state, Clientticket& ticket, QuickHost& host, Turn turn) {
+  ticket.setTradingDayEnd(TimeSerial(17, 0, 0));
+  constexpr Long kParent = 100;
+  auto add = [&](Long id, Long link, Integer term, Date code) {
+    InstrumentRec r;
+    r.InstrumentID = id;
+    r.ShortDesc = r.LongDesc = "EUR/USD " + std::to_string(id);
+    r.BaseID = QuickHost::kEur;
+    r.ValueID = QuickHost::kUsd;
+    r.LinkID = link;
+    r.Term = term;
+    r.ValueDate = code;
+    r.Pip = 0.0001;
+    r.ContractSize = 100000;
+    host.instruments[id] = r;
+  };
+  add(kParent, 0, 2, kNoDate);
+  const Date codes[] = {DateSerial(1990, 1, 8), DateSerial(1990, 1, 15), DateSerial(1990, 1, 22),
+                        DateSerial(1990, 2, 1), DateSerial(1990, 3, 1),  DateSerial(1990, 4, 1),
+                        DateSerial(1990, 7, 1), DateSerial(1990, 10, 1), kNoDate,
+                        DateSerial(1991, 1, 1)};
+  for (Long i = 0; i < 10; ++i) {
+    const Long id = kParent + 1 + i;
+    add(id, kParent, i == 8 ? 11 : 7, codes[i]);
+    host.family.push_back(id);
+  }
+  Date tradingDay = DateSerial(2001, 3, 1);  // the host's day
+  Date oneYear = DateSerial(1991, 1, 1);
+  Long parent = kParent;
+  const Date target = ticket.Get_Settlement_Day(tradingDay, oneYear, parent);
+  TicketProbe probe{ticket};
+  if (probe.FindNewInst(kParent, target) != kParent + 10) {
+    state.SkipWithError("the search did not find the one-year forward");
+    return;
+  }
+  for (auto _ : state) {
+    benchmark::DoNotOptimize(probe.FindNewInst(kParent, target));
+    turn();
+  }
+  CheckNoErrors(state, host);
 }
 
 }  // namespace bench

@@ -1,7 +1,7 @@
 // The roads with the Qt view attached, on the offscreen platform and Qt's own message loop (a
 // yield lets Qt run its pending events, repaints included): a tick with its repaint, a key
-// stroke, the blank form, placing an order, many shown tickets, and the memory of a ticket with
-// its widgets.
+// stroke, the blank form, placing an order, settlement dates, the forward search, many shown
+// tickets, and the memory of a ticket with its widgets.
 
 #include <benchmark/benchmark.h>
 #include <malloc.h>
@@ -199,9 +199,9 @@ BENCHMARK(BM_ViewInitialiseBlank)->MeasureProcessCPUTime()->Unit(benchmark::kMic
 // Place Order, the statement, Yes, with the view attached; the blank form comes back outside
 // the timing.
 void BM_ViewPlaceConfirmSend(benchmark::State& state) {
-  ViewPlatform platform;
-  QuickHost host;
-  ShownTicket t(platform, host);
+  ShownRoad road;
+  ShownTicket& t = road.t;
+  QuickHost& host = road.host;
   TicketForm& f = t.ticket->form();
   const Long ordersBefore = host.orders;
   for (auto _ : state) {
@@ -219,6 +219,27 @@ void BM_ViewPlaceConfirmSend(benchmark::State& state) {
   CheckNoErrors(state, host);
 }
 BENCHMARK(BM_ViewPlaceConfirmSend)->MeasureProcessCPUTime()->Unit(benchmark::kMicrosecond);
+
+// Settlement dates and the forward search with the view attached, each call followed by a
+// turn of Qt's loop.
+void BM_ViewSettlementSpot(benchmark::State& state) {
+  ShownRoad road;
+  SettlementRoad(state, *road.t.ticket, road.host, kNoDate, [] { QApplication::processEvents(); });
+}
+BENCHMARK(BM_ViewSettlementSpot)->MeasureProcessCPUTime();
+
+void BM_ViewSettlementOneYear(benchmark::State& state) {
+  ShownRoad road;
+  SettlementRoad(state, *road.t.ticket, road.host, DateSerial(1991, 1, 1),
+                 [] { QApplication::processEvents(); });
+}
+BENCHMARK(BM_ViewSettlementOneYear)->MeasureProcessCPUTime();
+
+void BM_ViewFindNewInst(benchmark::State& state) {
+  ShownRoad road;
+  FindNewInstRoad(state, *road.t.ticket, road.host, [] { QApplication::processEvents(); });
+}
+BENCHMARK(BM_ViewFindNewInst)->MeasureProcessCPUTime();
 
 // N shown tickets; each iteration pushes one tick to every ticket and lets the view repaint.
 void BM_ViewLoad(benchmark::State& state) {

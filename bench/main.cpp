@@ -39,6 +39,7 @@ const Target kTargets[] = {
     {"BM_BytesPerTicket", "bytes", 32 * 1024, "headless ticket < 32 KiB"},
     {"BM_ViewBytesPerTicket", "bytes", 1024 * 1024, "ticket with view < 1 MiB"},
     {"BM_SettlementOneYear", "cpu", 20000, "settlement, 1y forward < 20 us"},
+    {"BM_ViewSettlementOneYear", "cpu", 20000, "settlement, 1y forward, with view < 20 us"},
 };
 
 class TableReporter : public benchmark::ConsoleReporter {
