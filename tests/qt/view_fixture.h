@@ -55,16 +55,16 @@ class ViewTest : public TicketTest {
     NewTicket();
     SetUpUser(kEveryRight, language);
     OpenActiveTwoWay();
-    Long from = 0, orderID = 55, account = 1, instrument = kEurUsd, type = 0, status = 16,
-         counterparty = 9, zero = 0, cpSystem = 4;
+    Long orderID = 55, account = 1, instrument = kEurUsd, status = 16, counterparty = 9, zero = 0,
+         cpSystem = 4;
     double strike = 0, quantity = 100000, bid = 1.2345, offer = 1.2350;
-    Date duration = kNoDate + 30 / 86400.0, marketTime = 0, valueDate = 0, expiry = 0;
+    Date duration = kNoDate + 30 / 86400.0, none = 0;  // a 30-second quote
     Integer reason = 8;
     std::string text;
     Boolean encrypt = false;
-    ticket_->OrderGenericQuote(from, orderID, account, instrument, quantity, zero, bid, offer, type,
-                               duration, marketTime, valueDate, status, reason, counterparty, zero,
-                               text, zero, encrypt, cpSystem, zero, strike, expiry);
+    ticket_->OrderGenericQuote(zero, orderID, account, instrument, quantity, zero, bid, offer, zero,
+                               duration, none, none, status, reason, counterparty, zero, text, zero,
+                               encrypt, cpSystem, zero, strike, none);
   }
 
   QTemporaryDir pdfDir_;

@@ -18,10 +18,7 @@ class OrderEntryTest : public TicketTest {
     Date time = 0;
     ticket_->PriceGeneric(instrument, counterparty, bid, offer, type, source, time);
   }
-  void Market(double bid, double offer) {
-    host_.prices[kEurUsd].Bid = bid;
-    host_.prices[kEurUsd].Offer = offer;
-  }
+  void Market(double bid, double offer) { host_.prices[kEurUsd] = Price(bid, offer); }
   Form& form() { return f().controls(); }
   // The user comes into the box from elsewhere and types.
   void Type(TextBox& box, const std::string& text) {
@@ -33,35 +30,18 @@ class OrderEntryTest : public TicketTest {
   bool Check() { return probe().CheckOrder(); }
 };
 
-TEST_F(OrderEntryTest, BlankMarketTicketIsReadyToDeal) {
-  EXPECT_EQ(f().cmbAccount.ListIndex(), 0);
-  EXPECT_EQ(f().txtPrimQty.Text(), "100,000.00");
-  EXPECT_EQ(f().txtSecQty.Text(), "123,500.00");
-  EXPECT_EQ(f().txtPrice.Text(), "1.2350");
-  EXPECT_EQ(f().Label1(4).Caption(), "Buy EUR");
-  EXPECT_EQ(f().Label1(4).ForeColor(), 0x00FF0000);
-  EXPECT_EQ(f().Label1(6).Caption(), "Sell USD");
-  EXPECT_EQ(f().cmdBuySell(0).Caption(), "Sell Bid");
-  EXPECT_EQ(f().cmdBuySell(1).Caption(), "Buy Offer");
-  EXPECT_TRUE(CanPlace() && f().cmdBuySell(0).Enabled());
-}
-
 TEST_F(OrderEntryTest, QuantityLimitsAndWholeContracts) {
   ticket_->setMinOrderSize(1);
   ticket_->setMaxOrderSize(50);
-  struct Case {
-    const char* typed;
-    bool passes;
+  const std::pair<const char*, bool> cases[] = {
+      {"5000000", true}, {"5000001", false}, {"99999", false},      {"150000", false},
+      {"\b", false},     {"abc", false},     {"(5)", false},        {"200,000.00", true},
   };
-  const Case cases[] = {
-      {"5000000", true}, {"5000001", false}, {"99999", false}, {"150000", false},
-      {"\b", false},      {"abc", false},     {"(5)", false},   {"200,000.00", true},
-  };
-  for (const Case& c : cases) {
-    SCOPED_TRACE(c.typed);
-    Type(f().txtPrimQty, c.typed);
-    EXPECT_EQ(CanPlace(), c.passes);
-    EXPECT_EQ(f().cmdBuySell(1).Enabled(), c.passes);
+  for (const auto& [typed, passes] : cases) {
+    SCOPED_TRACE(typed);
+    Type(f().txtPrimQty, typed);
+    EXPECT_EQ(CanPlace(), passes);
+    EXPECT_EQ(f().cmdBuySell(1).Enabled(), passes);
   }
   // Below half a contract the remainder rounds to nothing: only the minimum stops it.
   ticket_->setMinOrderSize(0);
@@ -69,17 +49,25 @@ TEST_F(OrderEntryTest, QuantityLimitsAndWholeContracts) {
   EXPECT_TRUE(CanPlace());
   Type(f().txtPrimQty, "50000");
   EXPECT_FALSE(CanPlace());
+  // Without an account, or with a contract size that does not divide the amount, no order.
+  Type(f().txtPrimQty, "100000");
+  probe().m().AccountID = 0;
+  EXPECT_FALSE(Check());
+  probe().m().AccountID = 1;
+  EXPECT_TRUE(Check());
+  probe().m().BaseInst.ContractSize = 40000;
+  EXPECT_FALSE(Check());
+  probe().m().BaseInst.ContractSize = 0;
+  EXPECT_FALSE(Check());
 }
 
 TEST_F(OrderEntryTest, TypingTheAmountDerivesTheCounterAmount) {
   Type(f().txtPrimQty, "200000");
   EXPECT_EQ(f().txtPrimQty.Text(), "200000");
   EXPECT_EQ(f().txtSecQty.Text(), "247,000.00");
-
   Type(f().txtPrimQty, "(5)");
   EXPECT_EQ(m().Quantity, -5);
   EXPECT_EQ(f().txtSecQty.Text(), "6.18");  // the absolute amount
-
   // Emptying the box, leaving it, coming back.
   Type(f().txtPrimQty, "\b\b\b");
   EXPECT_EQ(m().Quantity, 0);
@@ -106,6 +94,8 @@ TEST_F(OrderEntryTest, SpinnersAndContractButtonsStepByContracts) {
 }
 
 TEST_F(OrderEntryTest, SecondaryRulingMirrorsPriceCaptionsAndColours) {
+  EXPECT_EQ(f().txtPrice.Text(), "1.2350");
+  EXPECT_EQ(f().cmdBuySell(0).Caption(), "Sell Bid");
   f().cmdContract(3).onClick();  // hidden on the form, but its handler works
   EXPECT_EQ(m().PrimarySecondaryQty, QTY_SECONDARY);
   EXPECT_EQ(f().txtPrice.Text(), "1.2345");
@@ -126,17 +116,14 @@ TEST_F(OrderEntryTest, TicksAreTakenOnlyByABlankFormForItsInstrument) {
   Tick(1.3, 1.31, PRICE_INDICATIVE);
   Tick(1.3, 1.31, PRICE_TRADED, kGbpUsd);
   EXPECT_EQ(f().txtOffer.Text(), "1.2350");
-
   probe().m().CurrentAccount.PriceProfile = -1;
   Tick(1.3, 1.31);
-  EXPECT_EQ(f().txtOffer.Text(), "1.3100");
   EXPECT_EQ(f().txtPrice.Text(), "1.3100");
-
   // On a price profile the form shows the host's price for it, never the tick.
   probe().m().CurrentAccount.PriceProfile = 7;
   Tick(1.5, 1.51);
   EXPECT_EQ(f().txtBid.Text(), "1.2345");
-
+  // Nor while the statement shows, nor once an order is out.
   probe().f().fraConf.setVisible(true);
   probe().m().CurrentAccount.PriceProfile = -1;
   Tick(1.6, 1.61);
@@ -167,23 +154,20 @@ TEST_F(OrderEntryTest, LimitAndStopAreComparedStrictlyWithAFreshMarket) {
     bool passes;
   };
   const Case cases[] = {
-      {LIMIT_ORDER, true, 1.2349, 0, true},    {LIMIT_ORDER, true, 1.2350, 0, false},
-      {LIMIT_ORDER, false, 1.2346, 0, true},
-      {LIMIT_ORDER, false, 1.2345, 0, false},  {STOPLOSS_ORDER, true, 0, 1.2351, true},
-      {STOPLOSS_ORDER, true, 0, 1.2350, false}, {STOPLOSS_ORDER, false, 0, 1.2344, true},
-      {STOPLOSS_ORDER, false, 0, 1.2345, false}, {OCO_ORDER, true, 1.2300, 1.2400, true},
-      {OCO_ORDER, true, 1.2300, 1.2300, false},
+      {LIMIT_ORDER, true, 1.2349, 0, true},      {LIMIT_ORDER, true, 1.2350, 0, false},
+      {LIMIT_ORDER, false, 1.2346, 0, true},     {LIMIT_ORDER, false, 1.2345, 0, false},
+      {STOPLOSS_ORDER, true, 0, 1.2351, true},   {STOPLOSS_ORDER, true, 0, 1.2350, false},
+      {STOPLOSS_ORDER, false, 0, 1.2344, true},  {STOPLOSS_ORDER, false, 0, 1.2345, false},
+      {OCO_ORDER, true, 1.2300, 1.2400, true},   {OCO_ORDER, true, 1.2300, 1.2300, false},
   };
   for (const Case& c : cases) {
     SCOPED_TRACE(testing::Message() << c.type << (c.buy ? " buy " : " sell ") << c.limit << " "
                                     << c.stop);
     probe().f().optBuySell(c.buy ? 0 : 1).setValue(true);
     probe().m().OrderType = c.type;
-    probe().m().LimitPrice = c.limit ? c.limit : 1;
-    probe().m().StopPrice = c.stop ? c.stop : 1;
+    probe().m().LimitPrice = c.limit;
+    probe().m().StopPrice = c.stop;
     probe().f().optType(4).setValue(c.type == OCO_ORDER);
-    if (c.type == LIMIT_ORDER) probe().m().StopPrice = 0;
-    if (c.type == STOPLOSS_ORDER) probe().m().LimitPrice = 0;
     // The counter box is blank on an OCO ticket: only the ruling box counts there.
     probe().f().txtSecQty.setText(c.type == OCO_ORDER ? "" : "1.00");
     EXPECT_EQ(Check(), c.passes);
@@ -218,15 +202,16 @@ TEST_F(OrderEntryTest, PriceBoxesFollowTheirMembersAndStepByOnePip) {
   EXPECT_EQ(m().StopPrice, 1.2350);
 }
 
-TEST_F(OrderEntryTest, AccountsLoadOnceAndSelectingOneAsksForEquity) {
-  Long id = 2, profile = 5;
-  std::string name = "Hedge";
+TEST_F(OrderEntryTest, AccountsLoadOnceSelectingOneAsksForEquityAndEquityIsItsOwn) {
+  Long id = 2, profile = 5, third = 3, sameProfile = 6;
+  std::string name = "Hedge", thirdName = "Third";
   ticket_->LoadAccount(id, name, profile);
   EXPECT_EQ(f().cmbAccount.ListIndex(), 0);  // another account selects nothing
   name = "Hedge renamed";
   profile = 6;
   ticket_->LoadAccount(id, name, profile);
-  EXPECT_EQ(m().Accounts.size(), 3u);
+  ticket_->LoadAccount(third, thirdName, sameProfile);
+  EXPECT_EQ(m().Accounts.size(), 4u);
   EXPECT_EQ(f().cmbAccount.List(1), "Hedge");
 
   host_.events.clear();
@@ -235,38 +220,21 @@ TEST_F(OrderEntryTest, AccountsLoadOnceAndSelectingOneAsksForEquity) {
   EXPECT_EQ(m().AccountID, 2);
   EXPECT_EQ(m().PriceProfileID, 6);
   EXPECT_EQ(m().Bid, 1.1);  // a new profile fetches its prices
-  ASSERT_EQ(host_.count("RequestEquity"), 1);
   EXPECT_EQ(host_.last("RequestEquity")->args, (std::vector<std::string>{"2", "-1"}));
-
   // The same profile fetches nothing but still asks for equity.
-  Long third = 3, sameProfile = 6;
-  std::string thirdName = "Third";
-  ticket_->LoadAccount(third, thirdName, sameProfile);
   Market(1.0, 1.05);
-  host_.events.clear();
   form().userSelect(f().cmbAccount, 2);
   EXPECT_EQ(m().Bid, 1.1);
-  EXPECT_EQ(host_.count("RequestEquity"), 1);
-}
+  EXPECT_EQ(host_.count("RequestEquity"), 2);
 
-TEST_F(OrderEntryTest, EquityFillsTheFrameForTheTicketsAccountOnly) {
-  Long account = 2;
+  // Equity for another account leaves the frame alone.
+  Long account = 1;
   double equity = -1234.5, limit = 0;
   ticket_->ReceivedEquity(account, equity, limit);
   EXPECT_EQ(f().txtEquity.Text(), "");
-  account = 1;
+  account = 3;
   ticket_->ReceivedEquity(account, equity, limit);
   EXPECT_EQ(f().txtEquity.Text(), "(1,234.50)");
-  EXPECT_EQ(f().txtTradLimit.Text(), "0.00");
-}
-
-TEST_F(OrderEntryTest, ATicketWithoutAnAccountNeverPasses) {
-  probe().m().AccountID = 0;
-  EXPECT_FALSE(Check());
-  probe().m().AccountID = 1;
-  EXPECT_TRUE(Check());
-  probe().m().BaseInst.ContractSize = 0;
-  EXPECT_FALSE(Check());
 }
 
 }  // namespace

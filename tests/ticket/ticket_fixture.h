@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdio>
 #include <functional>
 #include <map>
@@ -39,7 +40,6 @@ struct TicketProbe {
   Long FindNewInst(Long id, Date value) { return t.Find_New_Inst(id, value); }
   bool InstFamily(Long id, std::vector<Long>& family) { return t.Get_Inst_Family(id, family); }
   void ValueClick() { t.cmdValue_Click(); }
-  void CalendarDateClick(Date day) { t.calValueDate_DateClick(day); }
   void CalendarKey(Integer key) { t.calValueDate_KeyPress(key); }
 };
 
@@ -75,9 +75,8 @@ class RecordingHost : public ClientticketEvents {
     return out;
   }
   int count(const std::string& name) const {
-    int n = 0;
-    for (const auto& e : events) n += e.name == name;
-    return n;
+    return static_cast<int>(std::count_if(events.begin(), events.end(),
+                                          [&](const RecordedEvent& e) { return e.name == name; }));
   }
   const RecordedEvent* last(const std::string& name) const {
     for (auto it = events.rbegin(); it != events.rend(); ++it)
@@ -154,11 +153,10 @@ class RecordingHost : public ClientticketEvents {
     if (it != reasons.end()) desc = it->second;
     add("GetReason", {std::to_string(reason)});
   }
-  // GID hands out 1, 2, 3 ... unless told to leave the number as passed.
-  bool countGids = true;
+  // GID hands out 1, 2, 3 ...
   Integer nextGid = 1;
   void GID(Integer& gid) override {
-    if (countGids) gid = nextGid++;
+    gid = nextGid++;
     add("GID", {std::to_string(gid)});
   }
   // Answers VtInstGetArrayAll when set: from the query's BaseID, ValueID and LinkID it fills
@@ -187,9 +185,8 @@ class RecordingHost : public ClientticketEvents {
     add("VtInstGetArray", {std::to_string(InstrumentID)});
     auto it = instruments.find(InstrumentID);
     if (it == instruments.end()) return;
-    const InstrumentRec& r = it->second;
-    AnswerInstrument(r, BaseID, ValueID, LinkID, SourceID, InstType, Term, ShortDesc, LongDesc,
-                     ContractSize, Expiry, Pip, Strike, Status, CallPut, ValueDate);
+    AnswerInstrument(it->second, BaseID, ValueID, LinkID, SourceID, InstType, Term, ShortDesc,
+                     LongDesc, ContractSize, Expiry, Pip, Strike, Status, CallPut, ValueDate);
   }
   void VtPriceGenericRequest(Long ToID, Long InstrumentID, Long SourceID) override {
     add("VtPriceGenericRequest",
@@ -247,29 +244,17 @@ class TicketTest : public ::testing::Test {
     host_.instruments[kEurUsd].ValueID = kUsd;
     host_.instruments[kGbpUsd] = Instrument(kGbpUsd, "GBP/USD", "Sterling vs US Dollar", 0.0001);
     host_.instruments[kEur] = Instrument(kEur, "EUR", "Euro", 0);
-    host_.instruments[kEur].ContractSize = 100000;
     host_.instruments[kUsd] = Instrument(kUsd, "USD", "US Dollar", 0);
-    host_.instruments[kUsd].ContractSize = 100000;
     host_.prices[kEurUsd] = Price(1.2345, 1.2350);
     host_.prices[kGbpUsd] = Price(1.4501, 1.4506);
   }
 
   static InstrumentRec Instrument(Long id, std::string shortDesc, std::string longDesc,
                                   double pip) {
-    InstrumentRec r;
-    r.InstrumentID = id;
-    r.ShortDesc = std::move(shortDesc);
-    r.LongDesc = std::move(longDesc);
-    r.Pip = pip;
-    r.ContractSize = 100000;
-    return r;
+    return {.InstrumentID = id, .ShortDesc = std::move(shortDesc),
+            .LongDesc = std::move(longDesc), .Pip = pip, .ContractSize = 100000};
   }
-  static PriceRec Price(double bid, double offer) {
-    PriceRec p;
-    p.Bid = bid;
-    p.Offer = offer;
-    return p;
-  }
+  static PriceRec Price(double bid, double offer) { return {.Bid = bid, .Offer = offer}; }
 
   void Initialise(Msg& m) {
     ticket_->Initialise(m.TradeID, m.OrderID, m.AccountID, m.InstrumentID, m.Quantity,
@@ -298,10 +283,7 @@ class TicketTest : public ::testing::Test {
   void OpenBlank(Long instrument = kEurUsd) {
     ticket_->setLanguage(1);
     ticket_->setAccountType(kEveryRight);
-    Msg m;
-    m.InstrumentID = instrument;
-    m.Status = -1;
-    Initialise(m);
+    Initialise(Msg{.InstrumentID = instrument, .Status = -1});
   }
 
   static constexpr Integer kEveryRight = 0x0004 | 0x0400 | 0x0080 | 0x0002;
@@ -321,28 +303,16 @@ class TicketTest : public ::testing::Test {
   // The host connected, and a blank EUR/USD ticket on account 1 for value 05-Mar-2002.
   void OpenBlankForValue() {
     host_.connected = true;
-    Msg m;
-    m.InstrumentID = kEurUsd;
-    m.AccountID = 1;
-    m.Status = -1;
-    m.ValueDate = 37320;
-    Initialise(m);
+    Initialise(Msg{.AccountID = 1, .InstrumentID = kEurUsd, .ValueDate = 37320, .Status = -1});
   }
 
   // The host connected, and a two-way request for 100,000 EUR vs USD gone out as order 55
   // and active.
   void OpenActiveTwoWay() {
     host_.connected = true;
-    Msg m;
-    m.OrderID = 55;
-    m.InstrumentID = kEurUsd;
-    m.AccountID = 1;
-    m.Status = ORDER_ACTIVE;
-    m.OrderType = TWOWAY_ORDER;
-    m.Quantity = 100000;
-    m.Duration = kNoDate;
-    m.ValueDate = 37320;
-    Initialise(m);
+    Initialise(Msg{.OrderID = 55, .AccountID = 1, .InstrumentID = kEurUsd, .Quantity = 100000,
+                   .OrderType = TWOWAY_ORDER, .Duration = kNoDate, .ValueDate = 37320,
+                   .Status = ORDER_ACTIVE});
   }
 
   const TicketMembers& m() const { return ticket_->members(); }

@@ -12,12 +12,8 @@ class DatePickerTest : public ValueDateTest {
   // A blank ticket on `instrument` whose value date is `valueDate`.
   void Open(Long instrument, Date valueDate) {
     ticket_->setLanguage(1);
-    ticket_->setAccountType(0x0004 | 0x0400 | 0x0080 | 0x0002);
-    Msg m;
-    m.InstrumentID = instrument;
-    m.ValueDate = valueDate;
-    m.Status = -1;
-    Initialise(m);
+    ticket_->setAccountType(kEveryRight);
+    Initialise(Msg{.InstrumentID = instrument, .ValueDate = valueDate, .Status = -1});
   }
   MonthView& calendar() { return f().calValueDate; }
 };
@@ -44,49 +40,47 @@ TEST_F(DatePickerTest, OpeningSetsTheRangeFromTheTradingDay) {
 }
 
 TEST_F(DatePickerTest, HowAChoiceEnds) {
-  enum How { kButton, kClick, kEnter, kSpace, kOtherKey };
+  // How it ends: the value button, a click on a day, or a key (13 Enter, 32 space).
+  enum How { kButton = -2, kClick = -1 };
   const auto mar = [](int day) { return D(2001, 3, day); };
-  struct Case {
-    const char* what;
-    Long instrument;
-    Date valueDate, chosen;
-    How how;
-    bool staysOpen;
-    Long instrumentAfter;
-    Date valueDateAfter;
-    int familyQueries;
-  } cases[] = {
+  struct {
+    const char* what; Long instrument; Date valueDate, chosen; int how; bool staysOpen;
+    Long instrumentAfter; Date valueDateAfter; int familyQueries;
+  } const cases[] = {
       {"button, holiday", kSpot, mar(5), mar(16), kButton, false, kSpot, mar(5), 0},
       {"click, holiday", kSpot, mar(5), mar(16), kClick, true, kSpot, mar(5), 0},
       {"button, same date", k1W, mar(12), mar(12), kButton, false, k1W, mar(12), 1},
       {"click, same date", k1W, mar(12), mar(12), kClick, false, k1W, mar(12), 0},
       {"button, no instrument", k1M, D(2001, 4, 5), mar(2), kButton, true, k1M, D(2001, 4, 5), 0},
       {"button, found", kSpot, mar(5), mar(12), kButton, false, k1W, mar(12), 1},
-      {"click, found", kSpot, mar(5), D(2001, 4, 5), kClick, false, k1M, D(2001, 4, 5), 1},
-      {"enter, found", kSpot, mar(5), D(2001, 6, 5), kEnter, false, k3M, D(2001, 6, 5), 1},
-      {"space, found", kSpot, mar(5), mar(20), kSpace, false, kBroken, mar(20), 1},
-      {"other key", kSpot, mar(5), mar(12), kOtherKey, true, kSpot, mar(5), 0},
+      {"enter, found", kSpot, mar(5), D(2001, 6, 5), 13, false, k3M, D(2001, 6, 5), 1},
+      {"space, found", kSpot, mar(5), mar(20), 32, false, kBroken, mar(20), 1},
+      {"other key", kSpot, mar(5), mar(12), 65, true, kSpot, mar(5), 0},
   };
   holidays_.days = {{kUsd, D(2001, 3, 16)}};
-  for (const Case& c : cases) {
+  for (const auto& c : cases) {
     Open(c.instrument, c.valueDate);
     const std::string caption = f().fraOrderEntry.Caption();
+    const Long orderType = m().OrderType;
     probe().ValueClick();
     calendar().setValue(c.chosen);
     host_.events.clear();
-    Form& form = f().controls();
-    switch (c.how) {
-      case kButton: probe().ValueClick(); break;
-      case kClick: ASSERT_TRUE(form.userDateClick(calendar(), c.chosen)) << c.what; break;
-      case kEnter: ASSERT_TRUE(form.userCalendarKey(calendar(), 13)) << c.what; break;
-      case kSpace: ASSERT_TRUE(form.userCalendarKey(calendar(), 32)) << c.what; break;
-      case kOtherKey: ASSERT_TRUE(form.userCalendarKey(calendar(), 65)) << c.what; break;
-    }
+    if (c.how == kButton)
+      probe().ValueClick();
+    else if (c.how == kClick)
+      ASSERT_TRUE(f().controls().userDateClick(calendar(), c.chosen)) << c.what;
+    else
+      ASSERT_TRUE(f().controls().userCalendarKey(calendar(), c.how)) << c.what;
     EXPECT_EQ(calendar().Visible(), c.staysOpen) << c.what;
     EXPECT_EQ(m().InstrumentID, c.instrumentAfter) << c.what;
     EXPECT_EQ(m().ValueDate, c.valueDateAfter) << c.what;
     EXPECT_EQ(host_.count("VtInstGetArrayAll"), c.familyQueries) << c.what;
     EXPECT_EQ(host_.count("ErrorMsg"), 0) << c.what;
+    EXPECT_EQ(m().OrderType, orderType) << c.what;
+    if (c.instrumentAfter != c.instrument) {  // the new instrument's price is asked for
+      ASSERT_NE(host_.last("VtPriceGetArray"), nullptr) << c.what;
+      EXPECT_EQ(host_.last("VtPriceGetArray")->args[0], std::to_string(c.instrumentAfter));
+    }
     if (c.valueDateAfter != c.valueDate) {
       EXPECT_EQ(f().lblValueDate.Caption(), FormatDateDMY(c.valueDateAfter, locale_)) << c.what;
       EXPECT_EQ(f().fraOrderEntry.Caption(), host_.instruments[c.instrumentAfter].LongDesc)
@@ -96,23 +90,6 @@ TEST_F(DatePickerTest, HowAChoiceEnds) {
     }
     if (calendar().Visible()) probe().ValueClick();  // close it for the next case
   }
-}
-
-TEST_F(DatePickerTest, ANewInstrumentKeepsTheOrderAndRefreshesThePrice) {
-  host_.prices[k1W] = Price(1.2401, 1.2406);
-  Open(kSpot, D(2001, 3, 5));
-  const Long orderType = m().OrderType;
-  const Long account = m().AccountID;
-  probe().ValueClick();
-  ASSERT_TRUE(f().controls().userDateClick(calendar(), D(2001, 3, 12)));
-  EXPECT_EQ(m().InstrumentID, k1W);
-  EXPECT_EQ(f().lblValueDate.Caption(), "12-Mar-2001");
-  EXPECT_EQ(m().OrderType, orderType);
-  EXPECT_EQ(m().AccountID, account);
-  // The price of the new instrument is asked for after the choice.
-  const RecordedEvent* price = host_.last("VtPriceGetArray");
-  ASSERT_NE(price, nullptr);
-  EXPECT_EQ(price->args[0], std::to_string(k1W));
 }
 
 }  // namespace

@@ -32,11 +32,8 @@ class ValueDateTest : public TicketTest {
   static constexpr Long kOwnClass = 106, kNoClassInst = 107;
 
   ValueDateTest() {
-    TicketServices services;
-    services.loop = &loop_;
-    services.locale = &locale_;
-    services.holidays = &holidays_;
-    ticket_ = std::make_unique<Clientticket>(services);
+    ticket_ = std::make_unique<Clientticket>(
+        TicketServices{.loop = &loop_, .holidays = &holidays_, .locale = &locale_});
     ticket_->setHost(&host_);
     ticket_->setTradingDayEnd(TimeSerial(17, 0, 0));
 
@@ -58,13 +55,8 @@ class ValueDateTest : public TicketTest {
   ~ValueDateTest() override { ticket_.reset(); }
 
   void AddMember(Long id, const std::string& name, Long link, Integer term, Date code) {
-    InstrumentRec r = Instrument(id, name, name + " forward", 0.0001);
-    r.BaseID = kEur;
-    r.ValueID = kUsd;
-    r.LinkID = link;
-    r.Term = term;
-    r.ValueDate = code;
-    host_.instruments[id] = r;
+    InstrumentRec& r = host_.instruments[id] = Instrument(id, name, name + " forward", 0.0001);
+    r.BaseID = kEur, r.ValueID = kUsd, r.LinkID = link, r.Term = term, r.ValueDate = code;
   }
 
   static Date D(int year, int month, int day) { return DateSerial(year, month, day); }
