@@ -21,8 +21,8 @@ Boolean Clientticket::Check_Order() {
       if (!(AccountID > 0)) return;
       if (!(InstrumentID > 0)) return;
       if (!optBuySell(0).Value() && !optBuySell(1).Value()) return;
-      if (!(onlyRulingBox && secondary) && !IsNumericText(txtPrimQty.Text(), locale())) return;
-      if (!(onlyRulingBox && primary) && !IsNumericText(txtSecQty.Text(), locale())) return;
+      if (!(onlyRulingBox && secondary) && !boxReadings_.of(txtPrimQty, locale()).numeric) return;
+      if (!(onlyRulingBox && primary) && !boxReadings_.of(txtSecQty, locale()).numeric) return;
       if (!(Quantity > 0)) return;
       const double contractSize = primary ? BaseInst.ContractSize : ValueInst.ContractSize;
       if (!(contractSize * MaxOrderSize >= Quantity)) return;

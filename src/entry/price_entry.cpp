@@ -7,17 +7,17 @@
 namespace quillon {
 
 void Clientticket::txtPrice_Change() {
-  ResumeNext([&] { MarketPrice = VtDbl(txtPrice.Text()); });
+  ResumeNext([&] { MarketPrice = VtDbl(txtPrice); });
   ResumeNext([&] { Update_Quantities(); });
 }
 
 void Clientticket::txtLimit_Change() {
-  ResumeNext([&] { LimitPrice = VtDbl(txtLimit.Text()); });
+  ResumeNext([&] { LimitPrice = VtDbl(txtLimit); });
   ResumeNext([&] { Update_Quantities(); });
 }
 
 void Clientticket::txtStop_Change() {
-  ResumeNext([&] { StopPrice = VtDbl(txtStop.Text()); });
+  ResumeNext([&] { StopPrice = VtDbl(txtStop); });
   ResumeNext([&] { Update_Quantities(); });
 }
 

@@ -9,10 +9,9 @@
 
 namespace quillon {
 
-double Clientticket::VtDbl(const std::string& Text) {
+double Clientticket::VtDbl(const TextBox& Box) {
   try {
-    double value = 0;
-    return TryReadNumericText(Text, locale(), value) ? value : 0.0;
+    return boxReadings_.of(Box, locale()).value;
   } catch (...) {
     Report(CurrentError(), "VtDbl", false);
   }
@@ -61,13 +60,13 @@ void Clientticket::Refresh_Quantity() {
 
 void Clientticket::txtPrimQty_Change() {
   if (PrimarySecondaryQty != QTY_PRIMARY) return;
-  ResumeNext([&] { Quantity = VtDbl(txtPrimQty.Text()); });
+  ResumeNext([&] { Quantity = VtDbl(txtPrimQty); });
   ResumeNext([&] { Refresh_Quantity(); });
 }
 
 void Clientticket::txtPrimQty_GotFocus() {
   ResumeNext([&] {
-    if (VtDbl(txtPrimQty.Text()) == 0) {
+    if (VtDbl(txtPrimQty) == 0) {
       txtPrimQty.setText("");  // the user starts on an empty box
     } else {
       txtPrimQty.setSelStart(0);
@@ -84,19 +83,19 @@ void Clientticket::txtPrimQty_KeyPress(Integer& KeyAscii) {
 
 void Clientticket::txtPrimQty_LostFocus() {
   ResumeNext([&] {
-    if (VtDbl(txtPrimQty.Text()) == 0) txtPrimQty.setText(FormatNumber(0, kAmountPattern, locale()));
+    if (VtDbl(txtPrimQty) == 0) txtPrimQty.setText(FormatNumber(0, kAmountPattern, locale()));
   });
 }
 
 void Clientticket::txtSecQty_Change() {
   if (PrimarySecondaryQty != QTY_SECONDARY) return;
-  ResumeNext([&] { Quantity = VtDbl(txtSecQty.Text()); });
+  ResumeNext([&] { Quantity = VtDbl(txtSecQty); });
   ResumeNext([&] { Refresh_Quantity(); });
 }
 
 void Clientticket::txtSecQty_GotFocus() {
   ResumeNext([&] {
-    if (VtDbl(txtSecQty.Text()) != 0) {
+    if (VtDbl(txtSecQty) != 0) {
       txtSecQty.setSelStart(0);
       txtSecQty.setSelLength(static_cast<Long>(txtSecQty.Text().size()));
     }
@@ -112,12 +111,12 @@ void Clientticket::udPrim_Change() {
   ResumeNext([&] {
     if (udPrim.Value() > 0) {
       PrimarySecondaryQty = QTY_PRIMARY;
-      txtPrimQty.setText(FormatNumber(VtDbl(txtPrimQty.Text()) + BaseInst.ContractSize,
+      txtPrimQty.setText(FormatNumber(VtDbl(txtPrimQty) + BaseInst.ContractSize,
                                       kAmountPattern, locale()));
     } else if (Quantity > BaseInst.ContractSize && udPrim.Value() < 0) {
       // Down stops at one contract; the test reads Quantity, whichever side rules.
       PrimarySecondaryQty = QTY_PRIMARY;
-      txtPrimQty.setText(FormatNumber(VtDbl(txtPrimQty.Text()) - BaseInst.ContractSize,
+      txtPrimQty.setText(FormatNumber(VtDbl(txtPrimQty) - BaseInst.ContractSize,
                                       kAmountPattern, locale()));
     }
   });
@@ -136,11 +135,11 @@ void Clientticket::udSec_Change() {
   ResumeNext([&] {
     if (udSec.Value() > 0) {
       PrimarySecondaryQty = QTY_SECONDARY;
-      txtSecQty.setText(FormatNumber(VtDbl(txtSecQty.Text()) + ValueInst.ContractSize,
+      txtSecQty.setText(FormatNumber(VtDbl(txtSecQty) + ValueInst.ContractSize,
                                      kAmountPattern, locale()));
-    } else if (VtDbl(txtSecQty.Text()) > ValueInst.ContractSize && udSec.Value() < 0) {
+    } else if (VtDbl(txtSecQty) > ValueInst.ContractSize && udSec.Value() < 0) {
       PrimarySecondaryQty = QTY_SECONDARY;
-      txtSecQty.setText(FormatNumber(VtDbl(txtSecQty.Text()) - ValueInst.ContractSize,
+      txtSecQty.setText(FormatNumber(VtDbl(txtSecQty) - ValueInst.ContractSize,
                                      kAmountPattern, locale()));
     }
   });

@@ -2,9 +2,10 @@
 
 #include "language/string_table.h"
 
-#include <algorithm>
+#include <array>
+#include <cstdint>
+#include <iterator>
 #include <vector>
-#include <utility>
 
 namespace quillon {
 namespace {
@@ -48,17 +49,29 @@ constexpr Entry kEntries[] = {
     {619, "ID # ", "ID # "},
 };
 
-// Entries sorted by number, each text built once.
-const std::vector<std::pair<Long, std::string>>& Table() {
-  static const auto table = [] {
-    std::vector<std::pair<Long, std::string>> rows;
+// The texts, each built once, and where each entry's text stands: entries run from 1000 to
+// 2999, so a look-up is one index instead of a search.
+struct Table {
+  static constexpr Long kFirst = 1000, kLast = 2999;
+  std::vector<std::string> texts;
+  std::array<std::uint8_t, kLast - kFirst + 1> at{};  // 0: no entry, else the text's place + 1
+};
+
+const Table& TheTable() {
+  static const Table table = [] {
+    static_assert(2 * std::size(kEntries) < 255, "an entry's place must fit its byte");
+    Table t;
+    t.texts.reserve(2 * std::size(kEntries));
+    auto add = [&t](Long entry, const char* text) {
+      t.texts.emplace_back(text);
+      t.at[static_cast<std::size_t>(entry - Table::kFirst)] =
+          static_cast<std::uint8_t>(t.texts.size());
+    };
     for (const Entry& e : kEntries) {
-      rows.emplace_back(1000 + e.n, e.english);
-      rows.emplace_back(2000 + e.n, e.german);
+      add(1000 + e.n, e.english);
+      add(2000 + e.n, e.german);
     }
-    std::sort(rows.begin(), rows.end(),
-              [](const auto& a, const auto& b) { return a.first < b.first; });
-    return rows;
+    return t;
   }();
   return table;
 }
@@ -66,11 +79,10 @@ const std::vector<std::pair<Long, std::string>>& Table() {
 }  // namespace
 
 const std::string* FindResString(Long entry) {
-  const auto& table = Table();
-  auto it = std::lower_bound(table.begin(), table.end(), entry,
-                             [](const auto& row, Long key) { return row.first < key; });
-  if (it == table.end() || it->first != entry) return nullptr;
-  return &it->second;
+  if (entry < Table::kFirst || entry > Table::kLast) return nullptr;
+  const Table& table = TheTable();
+  const std::uint8_t place = table.at[static_cast<std::size_t>(entry - Table::kFirst)];
+  return place == 0 ? nullptr : &table.texts[place - 1];
 }
 
 }  // namespace quillon

@@ -26,9 +26,9 @@ bool Assign(T& field, const T& value) {
   return true;
 }
 
-bool Assign(std::string& field, const std::string& value) {
+bool Assign(std::string& field, std::string_view value) {
   if (SameText(field, value)) return false;
-  field = value;
+  field.assign(value);
   return true;
 }
 
@@ -201,7 +201,7 @@ void Control::setEnabled(bool v) {
   enabledChanged();
 }
 
-void Control::setCaption(const std::string& v) {
+void Control::setCaption(std::string_view v) {
   if (Assign(caption_, v)) changed(ControlProperty::Caption);
 }
 
@@ -279,10 +279,17 @@ void OptionButton::setValue(bool v) {
 }
 
 TextBox::TextBox(Form& form, std::string name, int index)
-    : Control(form, ControlKind::TextBox, std::move(name), index) {}
+    : Control(form, ControlKind::TextBox, std::move(name), index),
+      textStamp_(form.newTextStamp()) {}
+
+bool TextBox::storeText(std::string_view text) {
+  if (!Assign(text_, text)) return false;
+  textStamp_ = form().newTextStamp();
+  return true;
+}
 
 void TextBox::setText(const std::string& v) {
-  if (!Assign(text_, v)) return;
+  if (!storeText(v)) return;
   changed(ControlProperty::Text);
   if (selStart_ != 0 || selLength_ != 0) {
     selStart_ = 0;
@@ -293,7 +300,7 @@ void TextBox::setText(const std::string& v) {
 }
 
 void TextBox::edit(std::string text, Long caret) {
-  bool textChanged = Assign(text_, text);
+  bool textChanged = storeText(text);
   if (textChanged) changed(ControlProperty::Text);
   if (selStart_ != caret || selLength_ != 0) {
     selStart_ = caret;

@@ -3,6 +3,7 @@
 // disable what they hold, focus, and a change signal that views observe.
 #pragma once
 
+#include <cstdint>
 #include <functional>
 #include <map>
 #include <memory>
@@ -105,7 +106,7 @@ class Control {
   bool Enabled() const { return enabled_; }
   void setEnabled(bool v);
   const std::string& Caption() const { return caption_; }
-  void setCaption(const std::string& v);
+  void setCaption(std::string_view v);
   Long BackColor() const { return backColor_; }
   void setBackColor(Long v);
   Long ForeColor() const { return foreColor_; }
@@ -211,6 +212,9 @@ class TextBox : public Control {
   const std::string& Text() const { return text_; }
   // A text that differs from the present one runs the change handler before returning.
   void setText(const std::string& v);
+  // Changes with every change of the text to a number that no text of any box of this form
+  // had before: what was worked out from a text holds while the stamp is the same.
+  std::uint64_t textStamp() const { return textStamp_; }
   bool Locked() const { return locked_; }
   void setLocked(bool v);
   Long SelStart() const { return selStart_; }
@@ -229,7 +233,11 @@ class TextBox : public Control {
   // the text changed.
   void edit(std::string text, Long caret);
 
+  // A new text and its stamp.
+  bool storeText(std::string_view text);
+
   std::string text_;
+  std::uint64_t textStamp_;
   bool locked_ = false;
   Long selStart_ = 0;
   Long selLength_ = 0;
@@ -378,6 +386,8 @@ class Form {
   Form& operator=(const Form&) = delete;
 
   MessageLoop& loop() const { return loop_; }
+  // The stamp of a box's next text (TextBox::textStamp).
+  std::uint64_t newTextStamp() { return ++textStamps_; }
 
   // Creates a control at design time; the form owns it. Its container is `parent`.
   template <typename T>
@@ -441,6 +451,7 @@ class Form {
   int focusDepth_ = 0;  // nesting of focus moves made by focus handlers
   std::map<int, Observer> observers_;
   int nextObserver_ = 1;
+  std::uint64_t textStamps_ = 0;
 };
 
 }  // namespace quillon

@@ -531,7 +531,41 @@ std::size_t ScanDigits(std::string_view text, std::size_t pos, const Locale& loc
 // The largest whole number a Double holds together with every smaller one.
 constexpr std::uint64_t kExactWhole = 1ULL << 53;
 
+// The usual number text read in one pass: digits, with the grouping sign among the whole
+// digits and at most one decimal sign, both one byte long, and nothing else (no blank, sign,
+// bracket or exponent). Its value is the whole number of its digits over a power of ten, both
+// exact, as the general reading's short road gives it. False, with `value` untouched, where
+// the text is not of that shape or its digits do not fit; the general reading then decides.
+bool ReadUsualNumber(std::string_view text, char decimal, char grouping, bool hasGrouping,
+                     double& value) {
+  std::uint64_t whole = 0;
+  int significant = 0, decimals = 0;
+  bool digits = false, point = false;
+  for (const char c : text) {
+    if (IsDigit(c)) {
+      digits = true;
+      decimals += point ? 1 : 0;
+      if (significant == 0 && c == '0') continue;
+      if (++significant > 19) return false;
+      whole = whole * 10 + static_cast<std::uint64_t>(c - '0');
+    } else if (c == decimal && !point) {
+      point = true;
+    } else if (!(hasGrouping && c == grouping && !point)) {
+      return false;
+    }
+  }
+  if (!digits || whole > kExactWhole || decimals > kMaxExactPower) return false;
+  value = static_cast<double>(whole) / kExactPowers[decimals] + 0.0;
+  return true;
+}
+
 Reading ReadLocaleNumber(std::string_view text, const Locale& locale, double& value, Road road) {
+  const std::string& decimalSign = locale.decimalSign();
+  const std::string& groupingSign = locale.groupingSign();
+  if (road == Road::Any && decimalSign.size() == 1 && groupingSign.size() <= 1 &&
+      ReadUsualNumber(text, decimalSign[0], groupingSign.empty() ? '\0' : groupingSign[0],
+                      !groupingSign.empty(), value))
+    return Reading::Numeric;
   std::size_t pos = 0, end = text.size();
   while (pos < end && IsBlank(text[pos])) ++pos;
   while (end > pos && IsBlank(text[end - 1])) --end;
@@ -611,11 +645,10 @@ Reading ReadLocaleNumber(std::string_view text, const Locale& locale, double& va
   return reading;
 }
 
-// The last few number texts read and written on this thread, each with everything its result
-// depends on: the text or the value and pattern, and the locale's signs (by their key). A
-// ticket's refresh reads back the boxes it has just written and checks the same amounts
-// several times over; those repeats are answered from here, the least recently used making
-// room for a new one. Short texts only, under a locale whose signs have a key.
+// The last few number texts written on this thread, each with everything it depends on: the
+// value, the pattern and the locale's signs (by their key). A ticket's refresh writes the
+// same amounts several times over; those repeats are answered from here, the least recently
+// used making room for a new one. Short patterns only, under a locale whose signs have a key.
 constexpr std::size_t kMemoSlots = 8;
 constexpr std::size_t kMemoLongest = 40;
 
@@ -683,37 +716,6 @@ struct Memo {
   }
   void filled(Entry& e) { e.used = ++turn; }
 };
-
-struct ReadEntry {
-  ShortText text;
-  std::uint64_t signs = 0;
-  std::uint64_t used = 0;
-  Reading reading = Reading::NotNumeric;
-  double value = 0;
-};
-
-Reading ReadLocaleNumberOnce(std::string_view text, const Locale& locale, double& value) {
-  const std::uint64_t signs = locale.signsKey();
-  if (text.size() > kMemoLongest || signs == 0)
-    return ReadLocaleNumber(text, locale, value, Road::Any);
-  thread_local Memo<ReadEntry> memo;
-  const ShortTextKey key = KeyOfText(text);
-  ReadEntry* room = nullptr;
-  const std::size_t hint = Memo<ReadEntry>::HintOf(key.first ^ text.size(), key.last);
-  if (const ReadEntry* e = memo.find(
-          hint, [&](const ReadEntry& e) { return e.signs == signs && e.text.equals(text, key); },
-          room)) {
-    value = e->value;
-    return e->reading;
-  }
-  const Reading reading = ReadLocaleNumber(text, locale, value, Road::Any);
-  room->text.assign(text, key);
-  room->signs = signs;
-  room->reading = reading;
-  room->value = value;
-  memo.filled(*room);
-  return reading;
-}
 
 std::string FormatByPattern(double value, std::string_view pattern, const Locale& locale,
                             Road road) {
@@ -814,12 +816,12 @@ std::string GeneralNumber(double value, const Locale& locale) {
 
 bool IsNumericText(std::string_view text, const Locale& locale) {
   double value = 0;
-  return ReadLocaleNumberOnce(text, locale, value) == Reading::Numeric;
+  return ReadLocaleNumber(text, locale, value, Road::Any) == Reading::Numeric;
 }
 
 bool TryReadNumericText(std::string_view text, const Locale& locale, double& value) {
   double read = 0;
-  if (ReadLocaleNumberOnce(text, locale, read) != Reading::Numeric) return false;
+  if (ReadLocaleNumber(text, locale, read, Road::Any) != Reading::Numeric) return false;
   value = read;
   return true;
 }
@@ -842,7 +844,7 @@ double ValueOrRaise(Reading reading, double value) {
 
 double ReadNumericText(std::string_view text, const Locale& locale) {
   double value = 0;
-  const Reading reading = ReadLocaleNumberOnce(text, locale, value);
+  const Reading reading = ReadLocaleNumber(text, locale, value, Road::Any);
   return ValueOrRaise(reading, value);
 }
 

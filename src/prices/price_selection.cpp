@@ -1,6 +1,8 @@
 // The dealing side and its captions: Check_Price.
 
+#include <cstring>
 #include <string>
+#include <string_view>
 
 #include "ticket/ticket_model.h"
 
@@ -10,6 +12,22 @@ namespace {
 constexpr Long kBlue = 0x00FF0000;
 constexpr Long kRed = 0x000000FF;
 constexpr Long kWindowText = static_cast<Long>(0x80000008);
+
+// A currency line's caption: a resource word, one blank and the currency's short name ("Buy
+// EUR"). Every tick writes it again and as a rule finds it as it was, so the text is put
+// together on the stack and only a new caption is stored.
+void SetSideCaption(Control& label, const std::string& word, const std::string& currency) {
+  char room[64];
+  const std::size_t size = word.size() + 1 + currency.size();
+  if (size > sizeof room) {
+    label.setCaption(word + " " + currency);
+    return;
+  }
+  std::memcpy(room, word.data(), word.size());
+  room[word.size()] = ' ';
+  std::memcpy(room + word.size() + 1, currency.data(), currency.size());
+  label.setCaption(std::string_view(room, size));
+}
 
 }  // namespace
 
@@ -29,9 +47,9 @@ void Clientticket::Check_Price(Boolean bReset) {
       cmdBuySell(1).setCaption(right);
       constexpr double kBuy = 37, kSell = 38;
       Label1(4).setForeColor(buysBase ? kBlue : kRed);
-      Label1(4).setCaption(LoadResString(buysBase ? kBuy : kSell) + " " + BaseInst.ShortDesc);
+      SetSideCaption(Label1(4), LoadResString(buysBase ? kBuy : kSell), BaseInst.ShortDesc);
       Label1(6).setForeColor(buysBase ? kRed : kBlue);
-      Label1(6).setCaption(LoadResString(buysBase ? kSell : kBuy) + " " + ValueInst.ShortDesc);
+      SetSideCaption(Label1(6), LoadResString(buysBase ? kSell : kBuy), ValueInst.ShortDesc);
     };
     auto plain = [&] {
       MarketPrice = 0;
@@ -60,8 +78,8 @@ void Clientticket::Check_Price(Boolean bReset) {
       // One zero price reseeds both, from the market as the pip shows it.
       txtLimit.setText(Single_Price_As_String(MarketPrice, Pip));
       txtStop.setText(Single_Price_As_String(MarketPrice, Pip));
-      LimitPrice = VtDbl(txtLimit.Text());
-      StopPrice = VtDbl(txtStop.Text());
+      LimitPrice = VtDbl(txtLimit);
+      StopPrice = VtDbl(txtStop);
     }
 
     txtPrice.setText(Single_Price_As_String(MarketPrice, Pip));

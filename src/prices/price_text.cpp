@@ -49,15 +49,23 @@ std::string Clientticket::Single_Price_As_String(double Price, double Pip) {
       result = LoadResString(230);
       return result;
     }
-    // The pip's pattern, built once per pip, and its yields: one for each digit 1 that the
-    // replacement makes 0.
-    std::string pattern;
+    // The pip's pattern is built once per pip. Building it makes each digit 1 of the pip's
+    // text a 0 and yields once for each; a pattern built before yields as often.
     if (const PriceTextMemo::PipPattern* known = priceTexts_.pattern(Pip)) {
-      pattern = known->pattern;
-      const int ones = known->ones;  // the yields may replace the pattern kept
+      const int ones = known->ones;
+      if (const std::string* text = priceTexts_.text(Price, Pip)) {
+        // A price written before: its text is known before the yields (work run in them may
+        // replace what the memory holds, not what this price's text is).
+        std::string written = *text;
+        for (int i = 0; i < ones; ++i) yield();
+        result = std::move(written);
+        return result;
+      }
+      std::string pattern = known->pattern;  // the yields may replace the pattern kept
       for (int i = 0; i < ones; ++i) yield();
+      result = FormatNumber(Price, pattern, locale());
     } else {
-      pattern = "0" + Trim(StrOfDouble(Pip));
+      std::string pattern = "0" + Trim(StrOfDouble(Pip));
       const auto ones = static_cast<int>(std::count(pattern.begin(), pattern.end(), '1'));
       pattern = Change_Chars(pattern, "1", "0");
       // A pip that is not a power of ten (0.0005, 0.25) leaves other digits in the pattern;
@@ -65,13 +73,9 @@ std::string Clientticket::Single_Price_As_String(double Price, double Pip) {
       for (char& c : pattern)
         if (c >= '2' && c <= '9') c = '0';
       priceTexts_.rememberPattern(Pip, pattern, ones);
-    }
-    if (const std::string* text = priceTexts_.text(Price, Pip)) {
-      result = *text;
-    } else {
       result = FormatNumber(Price, pattern, locale());
-      priceTexts_.rememberText(Price, Pip, result);
     }
+    priceTexts_.rememberText(Price, Pip, result);
   } catch (...) {
     Report(CurrentError(), "Single_Price_As_String", true);
   }

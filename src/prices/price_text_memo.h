@@ -1,6 +1,7 @@
-// The price texts a ticket wrote last. A tick writes the same two prices several times over
+// The price texts a ticket wrote last. A tick writes the same prices several times over
 // (market, bid, offer, limit, stop) with the pattern of one pip: each pip's pattern is built
-// once and each price is formatted once, the rest are copies of texts already written.
+// once and each price is formatted once, the rest are copies of texts already written. Six
+// texts hold a tick's four prices and the two its new bid and offer replace.
 #pragma once
 
 #include <array>
@@ -65,7 +66,7 @@ class PriceTextMemo {
   std::uint64_t pipKey_ = 0;
   bool hasPattern_ = false;
   PipPattern pip_;
-  std::array<Entry, 4> texts_;
+  std::array<Entry, 6> texts_;
   std::uint64_t turn_ = 0;
 };
 

@@ -21,6 +21,7 @@
 #include "platform/printer.h"
 #include "platform/types.h"
 #include "platform/variant.h"
+#include "entry/box_readings.h"
 #include "prices/price_text_memo.h"
 #include "ticket/form.h"
 #include "ticket/host_interface.h"
@@ -242,7 +243,8 @@ class Clientticket : private TicketPlatform, private TicketMembers, private Tick
   void optBuySell_Click(Integer Index);
   void optValid_Click(Integer Index);
   void Set_Valid_Option();
-  double VtDbl(const std::string& Text);
+  // The value of a box's text, 0 for a text that is not numeric.
+  double VtDbl(const TextBox& Box);
   void Update_Quantities();
   void Refresh_Quantity();  // the ruling box's refresh: PriceGeneric from the members
   void txtPrimQty_Change();
@@ -331,6 +333,7 @@ class Clientticket : private TicketPlatform, private TicketMembers, private Tick
 
   ClientticketEvents* host_;
   PriceTextMemo priceTexts_;  // the pip's pattern and the prices written last
+  BoxReadings boxReadings_;   // the numbers read from the boxes' texts last
   // The last contract remainder worked out, by the bits of its quantity, the contract size
   // and the locale's signs: the order check asks for the same one several times a tick.
   struct RemainderMemo {

@@ -194,7 +194,9 @@ TEST(NumberRoads, ShortRoadsGiveWhatTheGeneralRoadsGive) {
              "18446744073709551615", "18446744073709551616", "1234567890123456789",
              "12345678901234567890", "0" + point + std::string(21, '0') + "1",
              "0" + point + std::string(22, '0') + "1", "1" + point + std::string(22, '0'),
-             "1" + point + std::string(23, '0'), "000000000000000000000012" + point + "5"})
+             "1" + point + std::string(23, '0'), "000000000000000000000012" + point + "5",
+             group + "5", "1" + point + "2" + group + "3", "1" + point + point + "2", point,
+             "", "12" + group + group + "3" + point, "0" + point + "0", " 1" + point + "5"})
       sameReading(text);
     std::mt19937_64 random(7);
     for (int i = 0; i < 3000; ++i) {
