@@ -54,11 +54,10 @@ std::string Clientticket::Single_Price_As_String(double Price, double Pip) {
     if (const PriceTextMemo::PipPattern* known = priceTexts_.pattern(Pip)) {
       const int ones = known->ones;
       if (const std::string* text = priceTexts_.text(Price, Pip)) {
-        // A price written before: its text is known before the yields (work run in them may
+        // A price written before: its text is taken before the yields (work run in them may
         // replace what the memory holds, not what this price's text is).
-        std::string written = *text;
+        result = *text;
         for (int i = 0; i < ones; ++i) yield();
-        result = std::move(written);
         return result;
       }
       std::string pattern = known->pattern;  // the yields may replace the pattern kept
@@ -77,6 +76,7 @@ std::string Clientticket::Single_Price_As_String(double Price, double Pip) {
     }
     priceTexts_.rememberText(Price, Pip, result);
   } catch (...) {
+    result.clear();  // a text comes back only from a call that ran to its end
     Report(CurrentError(), "Single_Price_As_String", true);
   }
   return result;

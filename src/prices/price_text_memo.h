@@ -32,9 +32,10 @@ class PriceTextMemo {
 
   // The text remembered for a price with a pip's pattern, or nullptr.
   const std::string* text(double price, double pip) {
-    const std::uint64_t p = Key(price), q = Key(pip);
+    if (textsPip_ != Key(pip)) return nullptr;
+    const std::uint64_t p = Key(price);
     for (Entry& e : texts_) {
-      if (e.used != 0 && e.price == p && e.pip == q) {
+      if (e.price == p && e.used != 0) {
         e.used = ++turn_;
         return &e.text;
       }
@@ -42,13 +43,16 @@ class PriceTextMemo {
     return nullptr;
   }
   // Takes the place of the text used least recently: a tick's limit and stop stay while its
-  // bid and offer move.
+  // bid and offer move. The texts kept are those of one pip: another pip's text replaces them.
   void rememberText(double price, double pip, const std::string& text) {
+    if (textsPip_ != Key(pip)) {
+      for (Entry& e : texts_) e.used = 0;
+      textsPip_ = Key(pip);
+    }
     Entry* room = &texts_[0];
     for (Entry& e : texts_)
       if (e.used < room->used) room = &e;
     room->price = Key(price);
-    room->pip = Key(pip);
     room->text = text;
     room->used = ++turn_;
   }
@@ -59,13 +63,13 @@ class PriceTextMemo {
 
   struct Entry {
     std::uint64_t price = 0;
-    std::uint64_t pip = 0;
     std::string text;
     std::uint64_t used = 0;  // the turn of the last use, 0 for never
   };
   std::uint64_t pipKey_ = 0;
   bool hasPattern_ = false;
   PipPattern pip_;
+  std::uint64_t textsPip_ = 0;
   std::array<Entry, 6> texts_;
   std::uint64_t turn_ = 0;
 };
