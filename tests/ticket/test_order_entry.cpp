@@ -43,6 +43,12 @@ TEST_F(OrderEntryTest, QuantityLimitsAndWholeContracts) {
     EXPECT_EQ(CanPlace(), passes);
     EXPECT_EQ(f().cmdBuySell(1).Enabled(), passes);
   }
+  // The same text under other signs: in German "200,000.00" is no number. A host that puts
+  // another locale in place under the ticket is read with the new signs.
+  locale_ = Locale::ByName("de_DE");
+  EXPECT_FALSE(Check());
+  locale_ = Locale::ByName("en_US");
+  EXPECT_TRUE(Check());
   // Below half a contract the remainder rounds to nothing: only the minimum stops it.
   ticket_->setMinOrderSize(0);
   Type(f().txtPrimQty, "25000");
