@@ -15,13 +15,13 @@
 #include <utility>
 #include <vector>
 
+#include "entry/box_readings.h"
 #include "platform/holidays.h"
 #include "platform/locale.h"
 #include "platform/message_loop.h"
 #include "platform/printer.h"
 #include "platform/types.h"
 #include "platform/variant.h"
-#include "entry/box_readings.h"
 #include "prices/price_text_memo.h"
 #include "ticket/form.h"
 #include "ticket/host_interface.h"
