@@ -26,9 +26,9 @@ void Clientticket::PriceGeneric(Long& InstrumentID, Long& CounterpartyID, double
       TicketMembers::Offer = price.Offer;
     }
     MarketPrice = optBuySell(0).Value() ? TicketMembers::Offer : TicketMembers::Bid;
-    txtPrice.setText(Single_Price_As_String(MarketPrice, Pip));
-    txtBid.setText(Single_Price_As_String(TicketMembers::Bid, Pip));
-    txtOffer.setText(Single_Price_As_String(TicketMembers::Offer, Pip));
+    txtPrice.setText(PriceText(MarketPrice, Pip));
+    txtBid.setText(PriceText(TicketMembers::Bid, Pip));
+    txtOffer.setText(PriceText(TicketMembers::Offer, Pip));
     Check_Price(false);
     Update_Quantities();
     Check_Order();

@@ -72,19 +72,19 @@ void Clientticket::Check_Price(Boolean bReset) {
     }
 
     if (!bReset && LimitPrice != 0 && StopPrice != 0) {
-      txtLimit.setText(Single_Price_As_String(LimitPrice, Pip));
-      txtStop.setText(Single_Price_As_String(StopPrice, Pip));
+      txtLimit.setText(PriceText(LimitPrice, Pip));
+      txtStop.setText(PriceText(StopPrice, Pip));
     } else {
       // One zero price reseeds both, from the market as the pip shows it.
-      txtLimit.setText(Single_Price_As_String(MarketPrice, Pip));
-      txtStop.setText(Single_Price_As_String(MarketPrice, Pip));
+      txtLimit.setText(PriceText(MarketPrice, Pip));
+      txtStop.setText(PriceText(MarketPrice, Pip));
       LimitPrice = VtDbl(txtLimit);
       StopPrice = VtDbl(txtStop);
     }
 
-    txtPrice.setText(Single_Price_As_String(MarketPrice, Pip));
-    txtBid.setText(Single_Price_As_String(Bid, Pip));
-    txtOffer.setText(Single_Price_As_String(Offer, Pip));
+    txtPrice.setText(PriceText(MarketPrice, Pip));
+    txtBid.setText(PriceText(Bid, Pip));
+    txtOffer.setText(PriceText(Offer, Pip));
   } catch (...) {
     Report(CurrentError(), "Check_Price", false);
   }

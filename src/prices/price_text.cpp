@@ -18,6 +18,21 @@ std::string Trim(const std::string& text) {
   return text.substr(first, last - first + 1);
 }
 
+// A pip's plain text behind a "0": the pip 0.0001 gives "0.0001", 1 gives "01".
+std::string PipText(double pip) { return "0" + Trim(StrOfDouble(pip)); }
+
+int Ones(const std::string& text) {
+  return static_cast<int>(std::count(text.begin(), text.end(), '1'));
+}
+
+// Every digit of a pattern made 0. A pip that is not a power of ten (0.0005, 0.25) leaves
+// digits other than 1 in its text; they count as decimals like the rest, so such a pip shows as
+// many decimals as it has.
+void ZeroDigits(std::string& pattern) {
+  for (char& c : pattern)
+    if (c >= '1' && c <= '9') c = '0';
+}
+
 // The 1-based character position of `part` in `text`, 0 when absent. Price texts are ASCII
 // digits and signs around the decimal sign, so a position counts that sign as one character.
 std::size_t InStr(const std::string& text, const std::string& part) {
@@ -43,43 +58,39 @@ std::string Right(const std::string& text, std::size_t n) {
 }  // namespace
 
 std::string Clientticket::Single_Price_As_String(double Price, double Pip) {
-  std::string result;
+  return PriceText(Price, Pip);
+}
+
+const std::string& Clientticket::PriceText(double Price, double Pip) {
+  static const std::string kNoText;
   try {
-    if (Price == 0) {
-      result = LoadResString(230);
-      return result;
-    }
+    if (Price == 0) return LoadResString(230);
     // The pip's pattern is built once per pip. Building it makes each digit 1 of the pip's
     // text a 0 and yields once for each; a pattern built before yields as often.
     if (const PriceTextMemo::PipPattern* known = priceTexts_.pattern(Pip)) {
-      const int ones = known->ones;
-      if (const std::string* text = priceTexts_.text(Price, Pip)) {
-        // A price written before: its text is taken before the yields (work run in them may
-        // replace what the memory holds, not what this price's text is).
-        result = *text;
-        for (int i = 0; i < ones; ++i) yield();
-        return result;
+      for (int i = 0, ones = known->ones; i < ones; ++i) yield();
+      // Work run in the yields may have written prices with another pip and replaced what the
+      // memory holds; a price's text, and its pip's pattern, are what they were.
+      if (const std::string* text = priceTexts_.text(Price, Pip)) return *text;
+      if (!priceTexts_.pattern(Pip)) {
+        std::string pattern = PipText(Pip);
+        const int ones = Ones(pattern);
+        ZeroDigits(pattern);
+        priceTexts_.rememberPattern(Pip, std::move(pattern), ones);
       }
-      std::string pattern = known->pattern;  // the yields may replace the pattern kept
-      for (int i = 0; i < ones; ++i) yield();
-      result = FormatNumber(Price, pattern, locale());
     } else {
-      std::string pattern = "0" + Trim(StrOfDouble(Pip));
-      const auto ones = static_cast<int>(std::count(pattern.begin(), pattern.end(), '1'));
+      std::string pattern = PipText(Pip);
+      const int ones = Ones(pattern);
       pattern = Change_Chars(pattern, "1", "0");
-      // A pip that is not a power of ten (0.0005, 0.25) leaves other digits in the pattern;
-      // they count as decimals like the rest, so such a pip shows as many decimals as it has.
-      for (char& c : pattern)
-        if (c >= '2' && c <= '9') c = '0';
-      priceTexts_.rememberPattern(Pip, pattern, ones);
-      result = FormatNumber(Price, pattern, locale());
+      ZeroDigits(pattern);
+      priceTexts_.rememberPattern(Pip, std::move(pattern), ones);
     }
-    priceTexts_.rememberText(Price, Pip, result);
+    return priceTexts_.rememberText(
+        Price, Pip, FormatNumber(Price, priceTexts_.pattern(Pip)->pattern, locale()));
   } catch (...) {
-    result.clear();  // a text comes back only from a call that ran to its end
     Report(CurrentError(), "Single_Price_As_String", true);
   }
-  return result;
+  return kNoText;
 }
 
 std::string Clientticket::Spread_Price_As_String(double Bid, double Offer, double Pip) {

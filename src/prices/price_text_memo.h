@@ -8,6 +8,7 @@
 #include <bit>
 #include <cstdint>
 #include <string>
+#include <utility>
 
 namespace quillon {
 
@@ -44,7 +45,7 @@ class PriceTextMemo {
   }
   // Takes the place of the text used least recently: a tick's limit and stop stay while its
   // bid and offer move. The texts kept are those of one pip: another pip's text replaces them.
-  void rememberText(double price, double pip, const std::string& text) {
+  const std::string& rememberText(double price, double pip, std::string text) {
     if (textsPip_ != Key(pip)) {
       for (Entry& e : texts_) e.used = 0;
       textsPip_ = Key(pip);
@@ -53,8 +54,9 @@ class PriceTextMemo {
     for (Entry& e : texts_)
       if (e.used < room->used) room = &e;
     room->price = Key(price);
-    room->text = text;
+    room->text = std::move(text);
     room->used = ++turn_;
+    return room->text;
   }
 
  private:

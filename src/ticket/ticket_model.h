@@ -273,6 +273,9 @@ class Clientticket : private TicketPlatform, private TicketMembers, private Tick
   // --- prices/ ---
   void Check_Price(Boolean bReset);
   std::string Single_Price_As_String(double Price, double Pip);
+  // Single_Price_As_String without the copy: the text stays as it is until the next price
+  // text is asked for (the price boxes take it at once).
+  const std::string& PriceText(double Price, double Pip);
   std::string Spread_Price_As_String(double Bid, double Offer, double Pip);
   std::string Change_Chars(std::string& Source, const std::string& Find,
                            const std::string& Replace);
