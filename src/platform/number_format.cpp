@@ -531,30 +531,30 @@ std::size_t ScanDigits(std::string_view text, std::size_t pos, const Locale& loc
 // The largest whole number a Double holds together with every smaller one.
 constexpr std::uint64_t kExactWhole = 1ULL << 53;
 
-// The usual number text read in one pass: digits, with the grouping sign among the whole
-// digits and at most one decimal sign, both one byte long, and nothing else (no blank, sign,
-// bracket or exponent). Its value is the whole number of its digits over a power of ten, both
-// exact, as the general reading's short road gives it. False, with `value` untouched, where
-// the text is not of that shape or its digits do not fit; the general reading then decides.
+// The usual number text read in one pass: at most 19 digits, with the grouping sign among the
+// whole digits and at most one decimal sign, both one byte long, and nothing else (no blank,
+// sign, bracket or exponent). Its value is the whole number of its digits over a power of ten,
+// both exact, as the general reading's short road gives it (leading zeros add nothing to the
+// whole number). False, with `value` untouched, where the text is not of that shape or its
+// digits do not fit; the general reading then decides.
 bool ReadUsualNumber(std::string_view text, char decimal, char grouping, bool hasGrouping,
                      double& value) {
   std::uint64_t whole = 0;
-  int significant = 0, decimals = 0;
-  bool digits = false, point = false;
+  int digits = 0, decimals = 0;
+  bool point = false;
   for (const char c : text) {
-    if (IsDigit(c)) {
-      digits = true;
+    const auto digit = static_cast<unsigned>(c - '0');
+    if (digit < 10) {
+      whole = whole * 10 + digit;
+      ++digits;
       decimals += point ? 1 : 0;
-      if (significant == 0 && c == '0') continue;
-      if (++significant > 19) return false;
-      whole = whole * 10 + static_cast<std::uint64_t>(c - '0');
     } else if (c == decimal && !point) {
       point = true;
     } else if (!(hasGrouping && c == grouping && !point)) {
       return false;
     }
   }
-  if (!digits || whole > kExactWhole || decimals > kMaxExactPower) return false;
+  if (digits == 0 || digits > 19 || whole > kExactWhole || decimals > kMaxExactPower) return false;
   value = static_cast<double>(whole) / kExactPowers[decimals] + 0.0;
   return true;
 }
