@@ -129,9 +129,16 @@ TEST_F(ReentrancyTest, EquityRequestAnsweredOrThrownInside) {
 }
 
 TEST_F(ReentrancyTest, TickAndRequoteFromAYieldInsideThePriceText) {
-  // A tick queued on the loop runs whole inside the first tick's (yielding) price text.
+  // A tick queued on the loop runs whole inside the first tick's (yielding) price text. The
+  // first then writes its own market price, though the second wrote other prices meanwhile.
+  std::vector<std::string> market;
+  const int watch = f().controls().addObserver([&](Control& c, ControlProperty what) {
+    if (&c == &f().txtPrice && what == ControlProperty::Text) market.push_back(f().txtPrice.Text());
+  });
   loop_.post([&] { Tick(1.3000, 1.3005); });
   Tick(1.2400, 1.2405);
+  f().controls().removeObserver(watch);
+  EXPECT_EQ(market, (std::vector<std::string>{"1.3005", "1.2405", "1.3005"}));
   EXPECT_EQ(f().txtBid.Text(), "1.3000");
   EXPECT_EQ(f().txtOffer.Text(), "1.3005");
   // A requote of the active two-way request 55 runs whole inside the first quote's price
