@@ -46,7 +46,7 @@ class BoxReadings {
   struct Entry {
     std::uint64_t stamp = 0;  // no text has stamp 0
     std::uint64_t signs = 0;
-    std::uint64_t used = 0;   // the turn of the last use
+    std::uint64_t used = 0;  // the turn of the last use
     Reading reading;
   };
   std::array<Entry, 4> entries_{};

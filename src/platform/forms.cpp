@@ -28,7 +28,9 @@ bool Assign(T& field, const T& value) {
 
 // A text write that changes nothing, the usual one (a tick rewrites every price box), costs a
 // comparison at the call; storing a new text is out of line.
-[[gnu::noinline]] void StoreText(std::string& field, std::string_view value) { field.assign(value); }
+[[gnu::noinline]] void StoreText(std::string& field, std::string_view value) {
+  field.assign(value);
+}
 
 inline bool Assign(std::string& field, std::string_view value) {
   if (SameText(field, value)) return false;
