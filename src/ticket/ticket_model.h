@@ -320,7 +320,12 @@ class Clientticket : private TicketPlatform, private TicketMembers, private Tick
   template <typename Call>
   void outside(Call&& call) {
     TicketLife& life = *life_;
-    const std::shared_ptr<TicketLife> hold = life.entries > 0 ? nullptr : life_;
+    if (life.entries > 0) return runOutside(life, call);
+    const std::shared_ptr<TicketLife> hold = life_;
+    runOutside(*hold, call);
+  }
+  template <typename Call>
+  static void runOutside(TicketLife& life, Call& call) {
     try {
       const HostTurn turn(life);
       call();
