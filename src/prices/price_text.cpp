@@ -18,21 +18,6 @@ std::string Trim(const std::string& text) {
   return text.substr(first, last - first + 1);
 }
 
-// A pip's plain text behind a "0": the pip 0.0001 gives "0.0001", 1 gives "01".
-std::string PipText(double pip) { return "0" + Trim(StrOfDouble(pip)); }
-
-int Ones(const std::string& text) {
-  return static_cast<int>(std::count(text.begin(), text.end(), '1'));
-}
-
-// Every digit of a pattern made 0. A pip that is not a power of ten (0.0005, 0.25) leaves
-// digits other than 1 in its text; they count as decimals like the rest, so such a pip shows as
-// many decimals as it has.
-void ZeroDigits(std::string& pattern) {
-  for (char& c : pattern)
-    if (c >= '1' && c <= '9') c = '0';
-}
-
 // The 1-based character position of `part` in `text`, 0 when absent. Price texts are ASCII
 // digits and signs around the decimal sign, so a position counts that sign as one character.
 std::size_t InStr(const std::string& text, const std::string& part) {
@@ -65,24 +50,24 @@ const std::string& Clientticket::PriceText(double Price, double Pip) {
   static const std::string kNoText;
   try {
     if (Price == 0) return LoadResString(230);
-    // The pip's pattern is built once per pip. Building it makes each digit 1 of the pip's
-    // text a 0 and yields once for each; a pattern built before yields as often.
-    if (const PriceTextMemo::PipPattern* known = priceTexts_.pattern(Pip)) {
+    // The pip's pattern is built once per pip: building it makes each digit 1 of the pip's text
+    // a 0 and yields once for each, and a pattern built before yields as often.
+    const PriceTextMemo::PipPattern* known = priceTexts_.pattern(Pip);
+    const bool built = known != nullptr;
+    if (built) {
       for (int i = 0, ones = known->ones; i < ones; ++i) yield();
       // Work run in the yields may have written prices with another pip and replaced what the
       // memory holds; a price's text, and its pip's pattern, are what they were.
       if (const std::string* text = priceTexts_.text(Price, Pip)) return *text;
-      if (!priceTexts_.pattern(Pip)) {
-        std::string pattern = PipText(Pip);
-        const int ones = Ones(pattern);
-        ZeroDigits(pattern);
-        priceTexts_.rememberPattern(Pip, std::move(pattern), ones);
-      }
-    } else {
-      std::string pattern = PipText(Pip);
-      const int ones = Ones(pattern);
-      pattern = Change_Chars(pattern, "1", "0");
-      ZeroDigits(pattern);
+    }
+    if (!priceTexts_.pattern(Pip)) {
+      std::string pattern = "0" + Trim(StrOfDouble(Pip));
+      const auto ones = static_cast<int>(std::count(pattern.begin(), pattern.end(), '1'));
+      if (!built) pattern = Change_Chars(pattern, "1", "0");
+      // A pip that is not a power of ten (0.0005, 0.25) leaves other digits in the pattern;
+      // they count as decimals like the rest, so such a pip shows as many decimals as it has.
+      for (char& c : pattern)
+        if (c >= '1' && c <= '9') c = '0';
       priceTexts_.rememberPattern(Pip, std::move(pattern), ones);
     }
     return priceTexts_.rememberText(
