@@ -16,6 +16,7 @@ const std::map<std::string, std::string>& Floors() {
       {"BM_TickRoad", "BM_TickFloor"},
       {"BM_TickRoadProfile", "BM_TickFloor"},
       {"BM_ViewTickRoad", "BM_TickFloor"},
+      {"BM_TickNumberFloor", "BM_TickFloor"},
   };
   return floors;
 }
@@ -40,6 +41,17 @@ const Target kTargets[] = {
     {"BM_ViewBytesPerTicket", "bytes", 1024 * 1024, "ticket with view < 1 MiB"},
     {"BM_SettlementOneYear", "cpu", 20000, "settlement, 1y forward < 20 us"},
     {"BM_ViewSettlementOneYear", "cpu", 20000, "settlement, 1y forward, with view < 20 us"},
+};
+
+// Ratios shown for information under the targets: a road against a yardstick that is not its
+// floor.
+struct Yardstick {
+  const char* road;
+  const char* yardstick;
+  const char* text;
+};
+const Yardstick kYardsticks[] = {
+    {"BM_TickRoad", "BM_TickNumberFloor", "tick road / the number work its steps must do"},
 };
 
 class TableReporter : public benchmark::ConsoleReporter {
@@ -148,6 +160,13 @@ class TableReporter : public benchmark::ConsoleReporter {
       }
       std::fprintf(out, "%-48s %14s %14s  %s\n", t.text, Show(what, value).c_str(),
                    Show(what, t.bound).c_str(), value < t.bound ? "yes" : "NO");
+    }
+    for (const Yardstick& y : kYardsticks) {
+      const Row* road = Find(y.road);
+      const Row* yardstick = Find(y.yardstick);
+      if (!road || !yardstick || yardstick->cpuNs <= 0) continue;
+      std::fprintf(out, "%-48s %14s %14s  %s\n", y.text,
+                   Show("floor", road->cpuNs / yardstick->cpuNs).c_str(), "", "(information)");
     }
   }
 
