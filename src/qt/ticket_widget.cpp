@@ -90,6 +90,22 @@ struct TicketWidget::Impl {
     return QRect(x, y, std::max(px(c.Left() + c.Width()) - x, 0),
                  std::max(px(c.Top() + c.Height()) - y, 0));
   }
+  // Where a control's widget stands: its design rectangle, but an option button is never
+  // lower than its round indicator with a pixel of room above and below for the rim. The
+  // design's 195 twips are 13 pixels, which cut the rim off at some scales; the button then
+  // grows evenly up and down.
+  QRect placeOf(const Control& c, const QWidget* w) const {
+    QRect r = rectOf(c);
+    if (c.kind() == ControlKind::OptionButton) {
+      const int indicator =
+          w->style()->pixelMetric(QStyle::PM_ExclusiveIndicatorHeight, nullptr, w) + 2;
+      if (r.height() < indicator) {
+        const int grow = indicator - r.height();
+        r.adjust(0, -(grow / 2), 0, grow - grow / 2);
+      }
+    }
+    return r;
+  }
 
   // A month calendar is built when it first shows (or is asked for): it weighs more than the
   // rest of the form, and most tickets never open it. Till then a plain widget holds its place.
@@ -280,7 +296,7 @@ QWidget* TicketWidget::Impl::create(Control& c, QWidget* parent, bool calendarNo
     }
   }
   w->setObjectName(ToQString(c.fullName()));
-  w->setGeometry(rectOf(c));
+  w->setGeometry(placeOf(c, w));
   w->setFocusPolicy(TakesFocus(c.kind()) ? Qt::StrongFocus : Qt::NoFocus);
   showFont(c, w);
   showColours(c, w);
@@ -542,7 +558,7 @@ void TicketWidget::Impl::show(Control& c, ControlProperty what) {
         view.updateGeometry();
         view.resize(view.sizeHint());
       } else {
-        w->setGeometry(rectOf(c));
+        w->setGeometry(placeOf(c, w));
         showFont(c, w);  // the caption's room may have changed
       }
       break;

@@ -5,6 +5,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QRadioButton>
+#include <QStyle>
 
 #include "qt/view_fixture.h"
 
@@ -12,7 +13,8 @@ namespace quillon::view {
 namespace {
 
 // The captions a widget shows and cannot show whole: one line too wide for a button, an
-// option or a one-line label, or wrapped text taller than its label.
+// option or a one-line label, wrapped text taller than its label, or an option too low for
+// its round indicator and the rim around it.
 std::vector<std::string> Clipped(QWidget& root) {
   std::vector<std::string> out;
   for (QWidget* w : root.findChildren<QWidget*>()) {
@@ -27,8 +29,13 @@ std::vector<std::string> Clipped(QWidget& root) {
       clipped = need.width() > w->width() || need.height() > w->height();
     } else if (auto* button = qobject_cast<QAbstractButton*>(w)) {
       text = button->text().remove('&');
-      const int room = qobject_cast<QRadioButton*>(w) ? w->width() - 18 : w->width() - 6;
+      const bool option = qobject_cast<QRadioButton*>(w) != nullptr;
+      const int room = option ? w->width() - 18 : w->width() - 6;
       clipped = fm.horizontalAdvance(text) > room;
+      if (option)
+        clipped = clipped ||
+                  w->height() < w->style()->pixelMetric(QStyle::PM_ExclusiveIndicatorHeight,
+                                                        nullptr, w) + 2;
     } else if (auto* edit = qobject_cast<QLineEdit*>(w)) {
       text = edit->text();
       clipped = fm.horizontalAdvance(text) > w->width() - 6;
