@@ -58,7 +58,8 @@ const std::string& Clientticket::PriceText(double Price, double Pip) {
       for (int i = 0, ones = known->ones; i < ones; ++i) yield();
       // Work run in the yields may have written prices with another pip and replaced what the
       // memory holds; a price's text, and its pip's pattern, are what they were.
-      if (const std::string* text = priceTexts_.text(Price, Pip)) return *text;
+      if (const std::string* text = priceTexts_.text(Price, Pip, locale().signsKey()))
+        return *text;
     }
     if (!priceTexts_.pattern(Pip)) {
       std::string pattern = "0" + Trim(StrOfDouble(Pip));
@@ -71,7 +72,8 @@ const std::string& Clientticket::PriceText(double Price, double Pip) {
       priceTexts_.rememberPattern(Pip, std::move(pattern), ones);
     }
     return priceTexts_.rememberText(
-        Price, Pip, FormatNumber(Price, priceTexts_.pattern(Pip)->pattern, locale()));
+        Price, Pip, locale().signsKey(),
+        FormatNumber(Price, priceTexts_.pattern(Pip)->pattern, locale()));
   } catch (...) {
     Report(CurrentError(), "Single_Price_As_String", true);
   }

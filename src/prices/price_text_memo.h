@@ -31,9 +31,10 @@ class PriceTextMemo {
     hasPattern_ = true;
   }
 
-  // The text remembered for a price with a pip's pattern, or nullptr.
-  const std::string* text(double price, double pip) {
-    if (textsPip_ != Key(pip)) return nullptr;
+  // The text remembered for a price with a pip's pattern under the locale's signs, or nullptr.
+  // Signs of 0 (too long to key) are never remembered.
+  const std::string* text(double price, double pip, std::uint64_t signs) {
+    if (textsPip_ != Key(pip) || textsSigns_ != signs || signs == 0) return nullptr;
     const std::uint64_t p = Key(price);
     for (Entry& e : texts_) {
       if (e.price == p && e.used != 0) {
@@ -44,11 +45,14 @@ class PriceTextMemo {
     return nullptr;
   }
   // Takes the place of the text used least recently: a tick's limit and stop stay while its
-  // bid and offer move. The texts kept are those of one pip: another pip's text replaces them.
-  const std::string& rememberText(double price, double pip, std::string text) {
-    if (textsPip_ != Key(pip)) {
+  // bid and offer move. The texts kept are those of one pip and one locale's signs: another
+  // pip's text, or one written under other signs, replaces them.
+  const std::string& rememberText(double price, double pip, std::uint64_t signs,
+                                  std::string text) {
+    if (textsPip_ != Key(pip) || textsSigns_ != signs) {
       for (Entry& e : texts_) e.used = 0;
       textsPip_ = Key(pip);
+      textsSigns_ = signs;
     }
     Entry* room = &texts_[0];
     for (Entry& e : texts_)
@@ -72,6 +76,7 @@ class PriceTextMemo {
   bool hasPattern_ = false;
   PipPattern pip_;
   std::uint64_t textsPip_ = 0;
+  std::uint64_t textsSigns_ = 0;
   std::array<Entry, 6> texts_;
   std::uint64_t turn_ = 0;
 };

@@ -57,6 +57,12 @@ TEST_P(PriceTextTest, APriceWrittenAgainAfterOtherPipsGivesTheSameText) {
   EXPECT_EQ(probe().Single(1.23456, 0.00001), L("1.23456"));
   EXPECT_EQ(probe().Single(1.23454, 0.0001), L("1.2345"));
   EXPECT_EQ(probe().Single(-1.23456, 0.0001), L("-1.2346"));
+  // A host that puts another locale in place under the ticket gets prices in its signs, the
+  // ones written before included.
+  const bool german = std::string(GetParam()) == "de_DE";
+  EXPECT_EQ(probe().Single(1.23456, 0.0001), L("1.2346"));
+  locale_ = Locale::ByName(german ? "en_US" : "de_DE");
+  EXPECT_EQ(probe().Single(1.23456, 0.0001), german ? "1.2346" : "1,2346");
 }
 
 INSTANTIATE_TEST_SUITE_P(Locales, PriceTextTest, ::testing::Values("en_US", "de_DE"));
