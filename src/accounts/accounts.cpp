@@ -10,9 +10,10 @@ namespace quillon {
 void Clientticket::LoadAccount(Long& AccountID, std::string& AccountName, Long& PriceProfile) {
   const TicketEntry entry(life_);
   try {
-    // The upper bound is a 16-bit count: past 32767 accounts the call overflows.
+    // The walk counts in 16 bits: past 32767 accounts the bound, and after the 32767th
+    // account the count itself, overflows.
     const Integer upper = CInt(static_cast<double>(Accounts.size()) - 1);
-    for (Integer i = 1; i <= upper; ++i) {
+    for (Integer i = 1; i <= upper; i = IntAdd(i, 1)) {
       AccountRec& account = Accounts.at(i);
       if (account.AccountID == AccountID) {
         // An update keeps the list's entry and its old text.

@@ -243,5 +243,25 @@ TEST_F(OrderEntryTest, AccountsLoadOnceSelectingOneAsksForEquityAndEquityIsItsOw
   EXPECT_EQ(f().txtEquity.Text(), "(1,234.50)");
 }
 
+TEST_F(OrderEntryTest, TheAccountListEndsAt32767Accounts) {
+  // The walk counts in 16 bits: past the last of 32767 accounts the count overflows, and a
+  // new account is refused with the overflow's number.
+  probe().m().Accounts.resize(32768);
+  for (Long i = 1; i <= 32767; ++i) probe().m().Accounts[i].AccountID = 100000 + i;
+  const auto listed = f().cmbAccount.ListCount();
+  host_.events.clear();
+  Long id = 7, profile = 0;
+  std::string name = "One too many";
+  ticket_->LoadAccount(id, name, profile);
+  EXPECT_EQ(m().Accounts.size(), 32768u);
+  EXPECT_EQ(f().cmbAccount.ListCount(), listed);
+  ASSERT_NE(host_.last("ErrorMsg"), nullptr);
+  EXPECT_EQ(host_.last("ErrorMsg")->args, (std::vector<std::string>{"6", "", "LoadAccount"}));
+  // An account already in the list is still updated.
+  id = 132767;
+  ticket_->LoadAccount(id, name, profile);
+  EXPECT_EQ(m().Accounts[32767].AccountName, "One too many");
+}
+
 }  // namespace
 }  // namespace quillon
