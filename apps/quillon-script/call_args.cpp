@@ -194,8 +194,8 @@ CallArgs CallArgs::Read(const MethodSpec& method, const Json& args) {
     std::size_t i = 0;
     while (i < method.params.size() && key != method.params[i].name) ++i;
     if (i == method.params.size())
-      throw ScriptError("unknown argument \"" + key + "\" of " + method.name);
-    out.values_[i] = ReadValue(value, method.params[i].type, "argument \"" + key + "\"");
+      throw ScriptError("unknown argument " + Quoted(key) + " of " + method.name);
+    out.values_[i] = ReadValue(value, method.params[i].type, "argument " + Quoted(key));
   }
   return out;
 }

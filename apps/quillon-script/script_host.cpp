@@ -39,7 +39,6 @@ const std::set<std::string>& EventNames() {
   return names;
 }
 
-std::string Quoted(const std::string& text) { return "\"" + text + "\""; }
 std::string FieldName(const std::string& name) { return "field " + Quoted(name); }
 
 // The fields of one command: only the op's own are allowed.

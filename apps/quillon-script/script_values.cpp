@@ -195,4 +195,8 @@ std::string Describe(const Json& json) {
   return text;
 }
 
+std::string Quoted(const std::string& text) {
+  return Json(text).dump(-1, ' ', false, Json::error_handler_t::replace);
+}
+
 }  // namespace quillon::script

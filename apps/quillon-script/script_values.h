@@ -60,5 +60,8 @@ Json VariantJson(const Variant& v);
 
 // A short text of a JSON value for error messages.
 std::string Describe(const Json& json);
+// A name from the script in double quotes for an error message, escaped as in JSON, so that
+// a line break or a NUL in it cannot split or cut the one line of the message.
+std::string Quoted(const std::string& text);
 
 }  // namespace quillon::script

@@ -43,6 +43,11 @@ TEST(ScriptHost, AnUnreadableLineStopsTheScriptNamingItsLine) {
        "line 4: unknown field \"contrl\" for op \"click\""},
       {R"({"op": "click"})", "line 4: op \"click\" needs field \"control\""},
       {R"({"op": "member", "name": "Nope"})", "line 4: unknown member \"Nope\""},
+      // A name with a line break or a NUL in it is written escaped: still one whole line.
+      {R"({"op": "member", "name": "a\nb"})", R"(line 4: unknown member "a\nb")"},
+      {R"({"op": "cl\u0000ik"})", R"(line 4: unknown op "cl\u0000ik")"},
+      {R"({"op": "call", "method": "Initialise", "args": {"Sta\r\ntus": 1}})",
+       R"(line 4: unknown argument "Sta\r\ntus" of Initialise)"},
       {R"({"op": "call", "method": "Initialize"})", "line 4: unknown method \"Initialize\""},
       {R"({"op": "type", "control": "lblBid", "text": "1"})",
        "line 4: control \"lblBid\" is not a text box"},
