@@ -7,9 +7,9 @@
 namespace quillon::script {
 namespace {
 
-// The day of a date, as a whole day count (a negative date keeps its time as a positive
-// fraction, so the day is the floor).
-double DayOf(Date date) { return std::floor(date); }
+// The day of a date, as a whole day count. Before day 0 the time is still a fraction counted
+// forward from the day (-1.25 is day -1 at 06:00), so the day is the whole part, not the floor.
+double DayOf(Date date) { return std::trunc(date); }
 
 }  // namespace
 

@@ -101,6 +101,7 @@ TEST(ScriptHost, AnswersTheQuestionsAsTheScriptSays) {
 {"op": "price", "InstrumentID": 10, "Bid": 1.2345, "Offer": 1.235, "PriceType": 2, "PriceTime": "2001-03-01T09:59:00"}
 {"op": "price", "InstrumentID": 10, "PriceProfileID": 5, "Bid": 1.2, "Offer": 1.3}
 {"op": "holiday", "InstrumentID": 1, "date": "2001-03-05T15:00:00"}
+{"op": "holiday", "InstrumentID": 1, "date": "1899-12-29T18:00:00"}
 {"op": "currency", "InstrumentID": 2, "code": "USD"}
 )js");
   std::ostringstream out, err;
@@ -170,6 +171,9 @@ TEST(ScriptHost, AnswersTheQuestionsAsTheScriptSays) {
   auto& holidays = host.holidays();
   EXPECT_EQ(holidays.IsValueDateABankHol(1, 36955.25), 1);
   EXPECT_EQ(holidays.IsValueDateABankHol(1, 36956), 0);
+  // Before day 0 the fraction still counts forward from the day: -1.25 is 29 Dec 1899 06:00.
+  EXPECT_EQ(holidays.IsValueDateABankHol(1, -1.25), 1);
+  EXPECT_EQ(holidays.IsValueDateABankHol(1, -2), 0);
   EXPECT_EQ(holidays.IsValueDateABankHol(2, 36955.5), 0);  // no calendars yet
   holidays.SetCalendars(&calendars);
   EXPECT_EQ(holidays.IsValueDateABankHol(2, 36955.5), 1);
