@@ -52,7 +52,9 @@ int main(int argc, char** argv) {
     } else if (arg == "--locale" || arg.rfind("--locale=", 0) == 0) {
       std::string name;
       if (arg == "--locale") {
-        if (i + 1 == args.size()) return Usage("--locale needs a name");
+        // The word after it is its name, unless it is the next option.
+        if (i + 1 == args.size() || args[i + 1].rfind('-', 0) == 0)
+          return Usage("--locale needs a name");
         name = args[++i];
       } else {
         name = arg.substr(9);
