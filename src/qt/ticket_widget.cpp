@@ -121,6 +121,7 @@ struct TicketWidget::Impl {
   void showColours(Control& c, QWidget* w);
   void showFont(Control& c, QWidget* w);
   void showCaption(Control& c, QWidget* w);
+  void showOptionLines(Control& c, QRadioButton* w, QFont& f, int inset);
   void showList(ComboBox& list, QComboBox* w);
   void showDates(MonthView& cal, QCalendarWidget* w);
   void showFocus(Control& c, QWidget* w);
@@ -381,8 +382,8 @@ void TicketWidget::Impl::showFont(Control& c, QWidget* w) {
     text = label->text();
     widens = (label->alignment() & Qt::AlignHorizontal_Mask) == Qt::AlignLeft && c.parent() &&
              c.parent()->BackColor() == c.BackColor();
-  } else if (auto* option = qobject_cast<QRadioButton*>(w)) {
-    text = option->text();
+  } else if (qobject_cast<QRadioButton*>(w)) {
+    text = ToQString(c.Caption());  // the shown text may be the caption broken in two
     inset = w->style()->pixelMetric(QStyle::PM_ExclusiveIndicatorWidth, nullptr, w) +
             w->style()->pixelMetric(QStyle::PM_RadioButtonLabelSpacing, nullptr, w) + 2;
     widens = true;
@@ -409,7 +410,52 @@ void TicketWidget::Impl::showFont(Control& c, QWidget* w) {
         f.setPointSizeF(f.pointSizeF() - 0.25);
     }
   }
+  if (auto* option = qobject_cast<QRadioButton*>(w)) showOptionLines(c, option, f, inset);
   if (w->font() != f) w->setFont(f);
+}
+
+void TicketWidget::Impl::showOptionLines(Control& c, QRadioButton* w, QFont& f, int inset) {
+  // An option whose caption is still cut on one line (a translation in a narrow row of
+  // options) breaks it at the blank that leaves the shorter longer line, and grows evenly up
+  // and down to hold the two lines.
+  const QString caption = ToQString(c.Caption());
+  QString shown = caption;
+  QRect place = placeOf(c, w);
+  place.setWidth(w->width());
+  const int room = w->width() - inset;
+  const auto width = [](const QFont& font, QString part) {
+    return QFontMetrics(font).horizontalAdvance(part.remove(QLatin1Char('&')));
+  };
+  if (built && room > 0 && width(f, caption) > room) {
+    QFont two = f;
+    two.setStretch(QFont::SemiCondensed);
+    two.setPointSizeF(c.font.size);
+    int best = -1, longest = 0;
+    for (int i = caption.indexOf(QLatin1Char(' ')); i > 0;
+         i = caption.indexOf(QLatin1Char(' '), i + 1)) {
+      const int line = std::max(width(two, caption.left(i)), width(two, caption.mid(i + 1)));
+      if (best < 0 || line < longest) best = i, longest = line;
+    }
+    if (best > 0) {
+      const QString first = caption.left(best), second = caption.mid(best + 1);
+      const auto fits = [&] { return std::max(width(two, first), width(two, second)) <= room; };
+      if (!fits()) {
+        two.setStretch(QFont::Condensed);
+        const double smallest = c.font.size * 0.8;
+        while (!fits() && two.pointSizeF() - 0.25 >= smallest)
+          two.setPointSizeF(two.pointSizeF() - 0.25);
+      }
+      f = two;
+      shown = first + QLatin1Char('\n') + second;
+      const int need = 2 * QFontMetrics(f).lineSpacing() + 2;
+      if (place.height() < need) {
+        const int grow = need - place.height();
+        place.adjust(0, -(grow / 2), 0, grow - grow / 2);
+      }
+    }
+  }
+  if (w->text() != shown) w->setText(shown);
+  if (w->geometry() != place) w->setGeometry(place);
 }
 
 int TicketWidget::Impl::roomToTheRight(const QWidget* w, const QRect& design) const {

@@ -31,11 +31,14 @@ std::vector<std::string> Clipped(QWidget& root) {
       text = button->text().remove('&');
       const bool option = qobject_cast<QRadioButton*>(w) != nullptr;
       const int room = option ? w->width() - 18 : w->width() - 6;
-      clipped = fm.horizontalAdvance(text) > room;
+      const QStringList lines = text.split('\n');
+      for (const QString& line : lines) clipped = clipped || fm.horizontalAdvance(line) > room;
       if (option)
-        clipped = clipped ||
-                  w->height() < w->style()->pixelMetric(QStyle::PM_ExclusiveIndicatorHeight,
-                                                        nullptr, w) + 2;
+        clipped =
+            clipped ||
+            w->height() <
+                w->style()->pixelMetric(QStyle::PM_ExclusiveIndicatorHeight, nullptr, w) + 2 ||
+            w->height() < lines.size() * fm.lineSpacing();
     } else if (auto* edit = qobject_cast<QLineEdit*>(w)) {
       text = edit->text();
       clipped = fm.horizontalAdvance(text) > w->width() - 6;
@@ -65,6 +68,10 @@ TEST_P(ScreenTest, EveryStateShowsItsCaptionsWhole) {
   double equity = 250000, limit = 1000000;
   ticket_->ReceivedEquity(account, equity, limit);
   Check("blank");
+  f().controls().userClick(f().optType(2));  // a limit order: its validity shows
+  ASSERT_TRUE(f().fraValid.Visible());
+  Check("limit");
+  f().controls().userClick(f().optType(1));
 
   f().controls().userPaste(f().txtPrimQty, "100000");  // a market buy: Place Order
   f().controls().userClick(f().optBuySell(0));
