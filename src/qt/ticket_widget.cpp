@@ -373,12 +373,25 @@ void TicketWidget::Impl::showFont(Control& c, QWidget* w) {
   // A caption that would be cut first takes the free room to its right, where no neighbour
   // stands (a translated option beside an empty stretch of its frame), if it is an option or a
   // label that reads from the left on its container's colour. A one-line caption still too
-  // long is set narrower, then slightly smaller, never below
-  // four fifths of the design's size.
+  // long, or wrapped text taller than its label, is set narrower, then slightly smaller, never
+  // below four fifths of the design's size.
   QString text;
   int inset = 0;
   bool widens = false;
-  if (auto* label = qobject_cast<QLabel*>(w); label && !label->wordWrap()) {
+  auto* label = qobject_cast<QLabel*>(w);
+  if (label && label->wordWrap()) {
+    const QString wrapped = label->text();
+    const int flags = int(label->alignment()) | Qt::TextWordWrap;
+    const auto height = [&] {
+      return QFontMetrics(f).boundingRect(QRect(0, 0, w->width(), 100000), flags, wrapped).height();
+    };
+    if (!wrapped.isEmpty() && w->width() > 0 && height() > w->height()) {
+      f.setStretch(QFont::Condensed);
+      const double smallest = c.font.size * 0.8;
+      while (height() > w->height() && f.pointSizeF() - 0.25 >= smallest)
+        f.setPointSizeF(f.pointSizeF() - 0.25);
+    }
+  } else if (label) {
     text = label->text();
     widens = (label->alignment() & Qt::AlignHorizontal_Mask) == Qt::AlignLeft && c.parent() &&
              c.parent()->BackColor() == c.BackColor();

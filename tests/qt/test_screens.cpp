@@ -86,6 +86,17 @@ TEST_P(ScreenTest, EveryStateShowsItsCaptionsWhole) {
   ticket_->ReceivedEquity(account, after, limit);
   Check("trade");
 
+  // An OCO order resting in the market: the long warning below the order.
+  Initialise(Msg{.AccountID = 1,
+                 .InstrumentID = kEurUsd,
+                 .Quantity = 100000,
+                 .OrderType = OCO_ORDER,
+                 .ValueDate = 37320,
+                 .Status = ORDER_PENDING,
+                 .Action = 1});
+  ASSERT_TRUE(f().lblReason.Caption().starts_with("OCO order pending"));
+  Check("OCO pending");
+
   ShowQuote(GetParam());
   Show();
   ASSERT_TRUE(f().fraQuote.Visible());
