@@ -129,8 +129,10 @@ bool BankHolidays::isHoliday(const std::string& isoCode, Date date) {
   if (day < first || day > last) return false;
   try {
     const ql::Date qlDate(static_cast<ql::Date::serial_type>(day));
-    // QuantLib counts weekends as holidays too; only the holiday itself is asked for here.
-    if (calendar->second.isWeekend(qlDate.weekday())) return false;
+    // Saturday and Sunday are the ticket's to judge. A calendar's other weekend days (Friday
+    // for ILS and SAR) settle nothing in that currency, so they count as holidays here.
+    const ql::Weekday weekday = qlDate.weekday();
+    if (weekday == ql::Saturday || weekday == ql::Sunday) return false;
     return !calendar->second.isBusinessDay(qlDate);
   } catch (const std::exception& error) {
     Raise(kInvalidProcedureCall,

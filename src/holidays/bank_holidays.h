@@ -12,9 +12,9 @@ namespace quillon {
 
 // Bank holidays per currency instrument: the holiday calendar of the instrument's ISO currency
 // (EUR by TARGET, USD by the Federal Reserve's days, GBP, JPY, CHF and more), plus dates a host
-// adds. Saturdays, Sundays and the other weekend days of a calendar are no holidays here; the
-// ticket judges weekends itself. An instrument with neither a currency nor dates of its own has
-// no holidays.
+// adds. Saturdays and Sundays are no holidays here, the ticket judges them itself; a calendar's
+// other weekend days (Friday for ILS and SAR) are holidays. An instrument with neither a
+// currency nor dates of its own has no holidays.
 class BankHolidays : public HolidayLibrary {
  public:
   BankHolidays();
@@ -35,8 +35,8 @@ class BankHolidays : public HolidayLibrary {
   static bool knowsCurrency(const std::string& isoCode);
   // The ISO codes with a calendar, in alphabetical order.
   static std::vector<std::string> knownCurrencies();
-  // Whether the day of `date` is a holiday in the calendar of an ISO code alone, weekends
-  // aside; false for a code with no calendar and for years outside 1901 to 2199.
+  // Whether the day of `date` is a holiday in the calendar of an ISO code alone, Saturdays and
+  // Sundays aside; false for a code with no calendar and for years outside 1901 to 2199.
   static bool isHoliday(const std::string& isoCode, Date date);
 
   // -1 when the day of `date` is a bank holiday of the instrument, else 0. Calendars cover

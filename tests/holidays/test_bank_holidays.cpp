@@ -16,10 +16,12 @@ Date D(int year, int month, int day) { return DateSerial(year, month, day); }
 
 class BankHolidaysTest : public ::testing::Test {
  protected:
-  static constexpr Long kEur = 1, kUsd = 2, kGbp = 3, kJpy = 4, kChf = 5, kUnknown = 99;
+  static constexpr Long kEur = 1, kUsd = 2, kGbp = 3, kJpy = 4, kChf = 5, kIls = 6, kSar = 7;
+  static constexpr Long kUnknown = 99;
   BankHolidaysTest() {
-    const std::pair<Long, const char*> codes[] = {
-        {kEur, "EUR"}, {kUsd, "usd"}, {kGbp, "GBP"}, {kJpy, "JPY"}, {kChf, "CHF"}};
+    const std::pair<Long, const char*> codes[] = {{kEur, "EUR"}, {kUsd, "usd"}, {kGbp, "GBP"},
+                                                  {kJpy, "JPY"}, {kChf, "CHF"}, {kIls, "ILS"},
+                                                  {kSar, "SAR"}};
     for (const auto& [id, code] : codes) EXPECT_TRUE(library.setCurrency(id, code)) << code;
   }
   bool Holiday(Long instrument, Date date) { return library.IsValueDateABankHol(instrument, date); }
@@ -34,8 +36,10 @@ TEST_F(BankHolidaysTest, CalendarsPerCurrency) {
       {kEur, D(2025, 5, 1), true},    {kGbp, D(2025, 5, 1), false},
       {kUsd, D(2025, 11, 27), true},  // Thanksgiving
       {kJpy, D(2025, 1, 2), true},    {kChf, D(2025, 8, 1), true},
-      // Weekends are the ticket's business: Saturday 27 December 2025 is no holiday here.
-      {kEur, D(2025, 12, 27), false},
+      // Saturday and Sunday are the ticket's business: Saturday 27 December 2025 is no holiday
+      // here. Friday, the first day of the weekend in Israel and Saudi Arabia, is.
+      {kEur, D(2025, 12, 27), false}, {kIls, D(2025, 6, 6), true}, {kSar, D(2025, 6, 6), true},
+      {kIls, D(2025, 6, 5), false},   {kIls, D(2025, 6, 8), false},
       // The time of day does not matter.
       {kEur, D(2025, 12, 25) + 0.75, true},
       // Outside the calendars' years only a host's dates count.
