@@ -29,6 +29,8 @@ const std::map<std::string, ql::Calendar>& Calendars() {
       {"CAD", ql::Canada(ql::Canada::Settlement)},
       {"CHF", ql::Switzerland()},
       {"CLP", ql::Chile()},
+      // Offshore renminbi settles in Hong Kong, onshore on the mainland's interbank market.
+      {"CNH", ql::HongKong()},
       {"CNY", ql::China(ql::China::IB)},
       {"CZK", ql::CzechRepublic()},
       {"DKK", ql::Denmark()},

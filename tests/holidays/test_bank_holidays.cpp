@@ -76,6 +76,8 @@ TEST_F(BankHolidaysTest, HostDatesAndCurrencyCodes) {
   // A calendar alone, by its code.
   EXPECT_TRUE(BankHolidays::isHoliday("usd", D(2025, 7, 4)));
   EXPECT_FALSE(BankHolidays::isHoliday("GBP", D(2025, 7, 4)));
+  // Offshore renminbi keeps Hong Kong's days.
+  EXPECT_TRUE(BankHolidays::isHoliday("cnh", D(2025, 7, 1)));
   EXPECT_FALSE(BankHolidays::isHoliday("XYZ", D(2025, 12, 25)));
 }
 
