@@ -5,7 +5,9 @@
 #include <algorithm>
 #include <cctype>
 #include <cmath>
+#include <iterator>
 #include <map>
+#include <optional>
 #include <set>
 
 #include <ql/errors.hpp>
@@ -61,6 +63,36 @@ const std::map<std::string, ql::Calendar>& Calendars() {
       {"ZAR", ql::SouthAfrica()},
   };
   return calendars;
+}
+
+// Easter Sunday of a Gregorian year, as a QuantLib date.
+ql::Date EasterSunday(int year) {
+  const int a = year % 19, b = year / 100, c = year % 100, d = b / 4, e = b % 4;
+  const int f = (b + 8) / 25, g = (b - f + 1) / 3, h = (19 * a + b - d - g + 15) % 30;
+  const int i = c / 4, k = c % 4, l = (32 + 2 * e + 2 * i - h - k) % 7;
+  const int m = (a + 11 * h + 22 * l) / 451;
+  const int month = (h + l - 7 * m + 114) / 31, day = (h + l - 7 * m + 114) % 31 + 1;
+  return ql::Date(day, static_cast<ql::Month>(month), year);
+}
+
+// Holidays made or abolished by law after our QuantLib's calendars were written: true or false
+// where the law now says otherwise than the calendar, else no answer.
+std::optional<bool> LawChange(const std::string& code, const ql::Date& date) {
+  const int year = date.year();
+  if (code == "DKK" && year >= 2024 && date == EasterSunday(year) + 26)
+    return false;  // Great Prayer Day, abolished from 2024
+  if (code == "PLN" && year >= 2025 && date.month() == ql::December && date.dayOfMonth() == 24)
+    return true;  // Christmas Eve, a holiday from 2025
+  if (code == "NZD") {
+    // Matariki, on the Fridays the Act fixes.
+    static const ql::Date matariki[] = {
+        {24, ql::June, 2022}, {14, ql::July, 2023}, {28, ql::June, 2024},
+        {20, ql::June, 2025}, {10, ql::July, 2026}, {25, ql::June, 2027},
+        {14, ql::July, 2028}, {6, ql::July, 2029},  {21, ql::June, 2030}};
+    if (std::find(std::begin(matariki), std::end(matariki), date) != std::end(matariki))
+      return true;
+  }
+  return std::nullopt;
 }
 
 std::string Upper(std::string text) {
@@ -135,6 +167,7 @@ bool BankHolidays::isHoliday(const std::string& isoCode, Date date) {
     // for ILS and SAR) settle nothing in that currency, so they count as holidays here.
     const ql::Weekday weekday = qlDate.weekday();
     if (weekday == ql::Saturday || weekday == ql::Sunday) return false;
+    if (const std::optional<bool> changed = LawChange(code, qlDate)) return *changed;
     return !calendar->second.isBusinessDay(qlDate);
   } catch (const std::exception& error) {
     Raise(kInvalidProcedureCall,

@@ -76,6 +76,13 @@ TEST_F(BankHolidaysTest, HostDatesAndCurrencyCodes) {
   // A calendar alone, by its code.
   EXPECT_TRUE(BankHolidays::isHoliday("usd", D(2025, 7, 4)));
   EXPECT_FALSE(BankHolidays::isHoliday("GBP", D(2025, 7, 4)));
+  // Holidays the law made or abolished lately: Matariki, Polish Christmas Eve from 2025, and
+  // the Danish Great Prayer Day no more from 2024.
+  EXPECT_TRUE(BankHolidays::isHoliday("NZD", D(2025, 6, 20)));
+  EXPECT_TRUE(BankHolidays::isHoliday("PLN", D(2025, 12, 24)));
+  EXPECT_FALSE(BankHolidays::isHoliday("PLN", D(2024, 12, 24)));
+  EXPECT_FALSE(BankHolidays::isHoliday("DKK", D(2024, 4, 26)));
+  EXPECT_TRUE(BankHolidays::isHoliday("DKK", D(2023, 5, 5)));
   // Offshore renminbi keeps Hong Kong's days.
   EXPECT_TRUE(BankHolidays::isHoliday("cnh", D(2025, 7, 1)));
   EXPECT_FALSE(BankHolidays::isHoliday("XYZ", D(2025, 12, 25)));
