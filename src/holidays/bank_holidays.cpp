@@ -81,6 +81,11 @@ std::optional<bool> LawChange(const std::string& code, const ql::Date& date) {
   const int year = date.year();
   if (code == "DKK" && year >= 2024 && date == EasterSunday(year) + 26)
     return false;  // Great Prayer Day, abolished from 2024
+  // Israel's markets work Monday to Friday from 5 January 2026: a Friday since then settles
+  // (and Sunday, which the calendar still counts a business day, is a weekend day the ticket
+  // refuses itself).
+  if (code == "ILS" && date.weekday() == ql::Friday && date >= ql::Date(5, ql::January, 2026))
+    return false;
   if (code == "PLN" && year >= 2025 && date.month() == ql::December && date.dayOfMonth() == 24)
     return true;  // Christmas Eve, a holiday from 2025
   if (code == "NZD") {
@@ -164,7 +169,8 @@ bool BankHolidays::isHoliday(const std::string& isoCode, Date date) {
   try {
     const ql::Date qlDate(static_cast<ql::Date::serial_type>(day));
     // Saturday and Sunday are the ticket's to judge. A calendar's other weekend days (Friday
-    // for ILS and SAR) settle nothing in that currency, so they count as holidays here.
+    // for SAR, and for ILS before 2026) settle nothing in that currency, so they count as
+    // holidays here.
     const ql::Weekday weekday = qlDate.weekday();
     if (weekday == ql::Saturday || weekday == ql::Sunday) return false;
     if (const std::optional<bool> changed = LawChange(code, qlDate)) return *changed;

@@ -37,9 +37,11 @@ TEST_F(BankHolidaysTest, CalendarsPerCurrency) {
       {kUsd, D(2025, 11, 27), true},  // Thanksgiving
       {kJpy, D(2025, 1, 2), true},    {kChf, D(2025, 8, 1), true},
       // Saturday and Sunday are the ticket's business: Saturday 27 December 2025 is no holiday
-      // here. Friday, the first day of the weekend in Israel and Saudi Arabia, is.
+      // here. Friday, the first day of the weekend in Saudi Arabia, is; in Israel it was until
+      // the markets moved to a Monday-to-Friday week in January 2026.
       {kEur, D(2025, 12, 27), false}, {kIls, D(2025, 6, 6), true}, {kSar, D(2025, 6, 6), true},
       {kIls, D(2025, 6, 5), false},   {kIls, D(2025, 6, 8), false},
+      {kIls, D(2026, 1, 2), true},    {kIls, D(2026, 1, 9), false}, {kSar, D(2026, 1, 9), true},
       // The time of day does not matter.
       {kEur, D(2025, 12, 25) + 0.75, true},
       // Outside the calendars' years only a host's dates count.
