@@ -48,9 +48,15 @@ double LinearOf(Date d) {
 
 Date DateOfLinear(double linear) {
   if (!std::isfinite(linear)) Raise(kOverflow);
-  const double day = std::floor(linear);
+  double day = std::floor(linear);
+  double time = linear - day;
+  // Just below 0 on the line, the time of day -1 rounds to a whole day: that is midnight of
+  // day 0, not a day of its own (-1 - 1 would be two days back).
+  if (time >= 1) {
+    ++day;
+    time = 0;
+  }
   CheckDay(static_cast<long long>(std::max(std::min(day, 1e12), -1e12)));
-  const double time = linear - day;
   return day >= 0 ? day + time : day - time;
 }
 

@@ -67,6 +67,7 @@ TEST(DateTest, AddingMovesAlongTheTimeLineAndMonthsClampToTheMonthEnd) {
   EXPECT_EQ(Iso(AddDays(-1.25, 1)), "1899-12-30T06:00:00");
   EXPECT_EQ(AddDays(0.25, -1), -1.25);
   EXPECT_EQ(Iso(AddSeconds(0, -3600)), "1899-12-29T23:00:00");
+  EXPECT_EQ(Iso(AddSeconds(0, -1e-12)), "1899-12-30T00:00:00");
   EXPECT_EQ(ErrorOf([] { AddMonths(DateSerial(100, 1, 1), -1); }), kOverflow);
   EXPECT_EQ(ErrorOf([] { AddDays(2958465, 1); }), kOverflow);
   EXPECT_EQ(ErrorOf([] { AddDays(0, NAN); }), kOverflow);
