@@ -2,10 +2,8 @@
 
 #include "holidays/bank_holidays.h"
 
-#include <algorithm>
 #include <cctype>
 #include <cmath>
-#include <iterator>
 #include <map>
 #include <optional>
 #include <set>
@@ -75,8 +73,48 @@ ql::Date EasterSunday(int year) {
   return ql::Date(day, static_cast<ql::Month>(month), year);
 }
 
-// Holidays made or abolished by law after our QuantLib's calendars were written: true or false
-// where the law now says otherwise than the calendar, else no answer.
+// Holidays declared year by year that our QuantLib's calendars miss: their lists of moving
+// feasts (lunar, Islamic, Hindu) end years ago, and some were never kept. Weekdays as
+// yyyymmdd, with the substitute days declared for a holiday on a Sunday; the dates are those
+// the governments published (Hong Kong's gazette, China's State Council, Singapore's Ministry
+// of Manpower, New Zealand's Act). A year not yet published is not here.
+const std::map<std::string, std::set<int>>& DeclaredHolidays() {
+  static const std::set<int> hongKong = {
+      20240212, 20240213, 20240404, 20240515, 20240610, 20240918, 20241011,  //
+      20250129, 20250130, 20250131, 20250404, 20250505, 20251007, 20251029,  //
+      20260217, 20260218, 20260219, 20260407, 20260525, 20260619, 20261019};
+  static const std::map<std::string, std::set<int>> declared = {
+      // Offshore renminbi settles on Hong Kong's days.
+      {"CNH", hongKong},
+      {"HKD", hongKong},
+      // The interbank market closes for the State Council's holiday weeks; the Saturdays and
+      // Sundays it works instead are the ticket's to judge.
+      {"CNY",
+       {20240212, 20240213, 20240214, 20240215, 20240216, 20240404, 20240405, 20240501,
+        20240502, 20240503, 20240610, 20240916, 20240917, 20241001, 20241002, 20241003,
+        20241004, 20241007,  //
+        20250128, 20250129, 20250130, 20250131, 20250203, 20250204, 20250404, 20250501,
+        20250502, 20250505, 20250602, 20251001, 20251002, 20251003, 20251006, 20251007,
+        20251008,  //
+        20260102, 20260216, 20260217, 20260218, 20260219, 20260220, 20260223, 20260406,
+        20260501, 20260504, 20260505, 20260619, 20260925, 20261001, 20261002, 20261005,
+        20261006, 20261007}},
+      // Matariki, on the Fridays the Act fixes.
+      {"NZD",
+       {20220624, 20230714, 20240628, 20250620, 20260710, 20270625, 20280714, 20290706,
+        20300621}},
+      // Chinese New Year, Hari Raya Puasa and Haji, Vesak Day and Deepavali.
+      {"SGD",
+       {20240212, 20240410, 20240522, 20240617, 20241031,  //
+        20250129, 20250130, 20250331, 20250512, 20251020,  //
+        20260217, 20260218, 20260527, 20260601, 20261109}},
+  };
+  return declared;
+}
+
+// Holidays made or abolished by law after our QuantLib's calendars were written, and those
+// declared year by year that they miss: true or false where the law now says otherwise than
+// the calendar, else no answer.
 std::optional<bool> LawChange(const std::string& code, const ql::Date& date) {
   const int year = date.year();
   if (code == "DKK" && year >= 2024 && date == EasterSunday(year) + 26)
@@ -88,15 +126,10 @@ std::optional<bool> LawChange(const std::string& code, const ql::Date& date) {
     return false;
   if (code == "PLN" && year >= 2025 && date.month() == ql::December && date.dayOfMonth() == 24)
     return true;  // Christmas Eve, a holiday from 2025
-  if (code == "NZD") {
-    // Matariki, on the Fridays the Act fixes.
-    static const ql::Date matariki[] = {
-        {24, ql::June, 2022}, {14, ql::July, 2023}, {28, ql::June, 2024},
-        {20, ql::June, 2025}, {10, ql::July, 2026}, {25, ql::June, 2027},
-        {14, ql::July, 2028}, {6, ql::July, 2029},  {21, ql::June, 2030}};
-    if (std::find(std::begin(matariki), std::end(matariki), date) != std::end(matariki))
-      return true;
-  }
+  auto declared = DeclaredHolidays().find(code);
+  if (declared != DeclaredHolidays().end() &&
+      declared->second.count(year * 10000 + date.month() * 100 + date.dayOfMonth()) != 0)
+    return true;
   return std::nullopt;
 }
 
