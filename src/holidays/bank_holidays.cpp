@@ -76,8 +76,10 @@ ql::Date EasterSunday(int year) {
 // Holidays declared year by year that our QuantLib's calendars miss: their lists of moving
 // feasts (lunar, Islamic, Hindu) end years ago, and some were never kept. Weekdays as
 // yyyymmdd, with the substitute days declared for a holiday on a Sunday; the dates are those
-// the governments published (Hong Kong's gazette, China's State Council, Singapore's Ministry
-// of Manpower, New Zealand's Act). A year not yet published is not here.
+// the governments and central banks published (Hong Kong's gazette, China's State Council,
+// Singapore's Ministry of Manpower, New Zealand's Act, the Saudi Central Bank, Indonesia's
+// joint ministerial decree and Bank Indonesia, Taiwan's Directorate-General of Personnel
+// Administration). A year not yet published is not here.
 const std::map<std::string, std::set<int>>& DeclaredHolidays() {
   static const std::set<int> hongKong = {
       20240212, 20240213, 20240404, 20240515, 20240610, 20240918, 20241011,  //
@@ -108,6 +110,37 @@ const std::map<std::string, std::set<int>>& DeclaredHolidays() {
        {20240212, 20240410, 20240522, 20240617, 20241031,  //
         20250129, 20250130, 20250331, 20250512, 20251020,  //
         20260217, 20260218, 20260527, 20260601, 20261109}},
+      // The national holidays and the collective leave days on which Bank Indonesia's RTGS and
+      // clearing close, and the election days of 2024; the collective leave around Christmas
+      // (26 Dec 2024 and 2025, 24 Dec 2026) is left out, as Bank Indonesia keeps its systems
+      // open for the year's closing.
+      {"IDR",
+       {20240208, 20240209, 20240214, 20240311, 20240312, 20240408, 20240409, 20240410,
+        20240411, 20240412, 20240415, 20240501, 20240510, 20240523, 20240524, 20240617,
+        20240618, 20240916, 20241127,  //
+        20250127, 20250128, 20250129, 20250328, 20250331, 20250401, 20250402, 20250403,
+        20250404, 20250407, 20250501, 20250512, 20250513, 20250530, 20250606, 20250609,
+        20250627, 20250905,  //
+        20260116, 20260216, 20260217, 20260318, 20260319, 20260320, 20260323, 20260324,
+        20260501, 20260515, 20260527, 20260528, 20260601, 20260616, 20260825}},
+      // Founding Day and the Eid holidays: the banks' as the Saudi Central Bank declared them
+      // for 2024 and 2025, its RTGS's from 2026 (the banks close a day or two longer). A
+      // holiday on a Sunday is the ticket's to judge.
+      {"SAR",
+       {20240222, 20240408, 20240617, 20240618, 20240619, 20240620,  //
+        20250605, 20250609, 20250610,                                //
+        20260526, 20260527, 20260528,                                //
+        20270222, 20270517, 20270518}},
+      // The Lunar New Year, Children's and Tomb Sweeping Days, the Dragon Boat and Mid-Autumn
+      // Festivals, and from the second half of 2025 Teachers', Retrocession and Constitution
+      // Days, with the Fridays and Mondays observed for a Saturday or Sunday.
+      {"TWD",
+       {20240208, 20240209, 20240212, 20240213, 20240214, 20240404, 20240405, 20240610,
+        20240917,  //
+        20250127, 20250128, 20250129, 20250130, 20250131, 20250403, 20250404, 20250530,
+        20250929, 20251006, 20251024, 20251225,  //
+        20260216, 20260217, 20260218, 20260219, 20260220, 20260227, 20260403, 20260406,
+        20260619, 20260925, 20260928, 20261009, 20261026, 20261225}},
   };
   return declared;
 }

@@ -17,13 +17,14 @@ Date D(int year, int month, int day) { return DateSerial(year, month, day); }
 class BankHolidaysTest : public ::testing::Test {
  protected:
   static constexpr Long kEur = 1, kUsd = 2, kGbp = 3, kJpy = 4, kChf = 5, kIls = 6, kSar = 7;
-  static constexpr Long kHkd = 8, kCnh = 9, kCny = 10, kSgd = 11;
+  static constexpr Long kHkd = 8, kCnh = 9, kCny = 10, kSgd = 11, kIdr = 12, kTwd = 13;
   static constexpr Long kUnknown = 99;
   BankHolidaysTest() {
     const std::pair<Long, const char*> codes[] = {{kEur, "EUR"}, {kUsd, "usd"}, {kGbp, "GBP"},
                                                   {kJpy, "JPY"}, {kChf, "CHF"}, {kIls, "ILS"},
                                                   {kSar, "SAR"}, {kHkd, "HKD"}, {kCnh, "CNH"},
-                                                  {kCny, "CNY"}, {kSgd, "SGD"}};
+                                                  {kCny, "CNY"}, {kSgd, "SGD"},
+                                                  {kIdr, "IDR"}, {kTwd, "TWD"}};
     for (const auto& [id, code] : codes) EXPECT_TRUE(library.setCurrency(id, code)) << code;
   }
   bool Holiday(Long instrument, Date date) { return library.IsValueDateABankHol(instrument, date); }
@@ -46,7 +47,9 @@ TEST_F(BankHolidaysTest, CalendarsPerCurrency) {
       {kIls, D(2026, 1, 2), true},    {kIls, D(2026, 1, 9), false}, {kSar, D(2026, 1, 9), true},
       // Holidays declared year by year that the calendars' lists miss, and the days next to
       // them: the Lunar New Year, Hong Kong's day after Easter Monday (Ching Ming on a Sunday),
-      // China's holiday weeks, Singapore's Hari Raya Puasa and Deepavali on a Sunday.
+      // China's holiday weeks, Singapore's Hari Raya Puasa and Deepavali on a Sunday, Saudi
+      // Eid al-Adha (the RTGS reopening before the banks in 2027), Indonesia's Eid al-Fitr
+      // leave, Taiwan's Lunar New Year day observed for a Sunday and Retrocession Day.
       {kHkd, D(2026, 2, 17), true},   {kHkd, D(2026, 2, 20), false},
       {kHkd, D(2026, 4, 7), true},    {kHkd, D(2026, 4, 8), false},
       {kHkd, D(2024, 2, 13), true},   {kCnh, D(2025, 1, 31), true},
@@ -54,6 +57,11 @@ TEST_F(BankHolidaysTest, CalendarsPerCurrency) {
       {kCny, D(2025, 10, 8), true},   {kCny, D(2025, 10, 9), false},
       {kSgd, D(2025, 3, 31), true},   {kSgd, D(2025, 4, 1), false},
       {kSgd, D(2026, 11, 9), true},   {kSgd, D(2026, 11, 10), false},
+      {kSar, D(2025, 6, 9), true},    {kSar, D(2025, 6, 11), false},
+      {kSar, D(2027, 5, 18), true},   {kSar, D(2027, 5, 19), false},
+      {kIdr, D(2026, 3, 23), true},   {kIdr, D(2026, 3, 25), false},
+      {kTwd, D(2026, 2, 20), true},   {kTwd, D(2026, 2, 23), false},
+      {kTwd, D(2025, 10, 24), true},  {kTwd, D(2025, 10, 27), false},
       // The time of day does not matter.
       {kEur, D(2025, 12, 25) + 0.75, true},
       // Outside the calendars' years only a host's dates count.
