@@ -251,8 +251,21 @@ bool Control::isEffectivelyEnabled() const {
   return true;
 }
 
+bool Control::takesFocus() const {
+  switch (kind_) {
+    case ControlKind::TextBox:
+    case ControlKind::CommandButton:
+    case ControlKind::OptionButton:
+    case ControlKind::ComboBox:
+    case ControlKind::MonthView:
+      return true;
+    default:
+      return false;
+  }
+}
+
 void Control::SetFocus() {
-  if (!isShowing() || !isEffectivelyEnabled()) Raise(kInvalidProcedureCall);
+  if (!takesFocus() || !isShowing() || !isEffectivelyEnabled()) Raise(kInvalidProcedureCall);
   form_.moveFocus(this);
 }
 
@@ -541,7 +554,7 @@ bool Form::userClick(Control& control) {
 }
 
 bool Form::userFocus(Control& control) {
-  if (InputRefusal(control)) return false;
+  if (InputRefusal(control) || !control.takesFocus()) return false;
   moveFocus(&control);
   return true;
 }

@@ -135,8 +135,13 @@ class Control {
   // Whether the control takes input: it and every container enabled.
   bool isEffectivelyEnabled() const;
 
+  // Whether the control can hold the focus at all: boxes, buttons, options, lists and the
+  // calendar; labels, frames, lines, timers, spinners and the surface never do.
+  bool takesFocus() const;
+
   // Moves the focus here: the old control's lost-focus handler, then this one's got-focus
-  // handler. Raises "Invalid procedure call" on a control that is hidden or disabled.
+  // handler. Raises "Invalid procedure call" on a control that is hidden or disabled, or that
+  // takes no focus.
   void SetFocus();
 
   // Handlers every focusable control may have; few have them.
@@ -415,6 +420,7 @@ class Form {
   // User input, as the platform delivers it. Each returns false, and does nothing, when the
   // control does not take input (InputRefusal).
   bool userClick(Control& control);
+  // False, too, for a control that takes no focus (Control::takesFocus).
   bool userFocus(Control& control);
   // One key stroke into a text box: the key-press handler (which may cancel the key by
   // setting it to 0), then the character replaces the selection or goes at the end (a

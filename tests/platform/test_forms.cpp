@@ -261,6 +261,19 @@ TEST_F(FormsTest, FocusMovesLostBeforeGotAndEndsWhenHandlersPassItOn) {
   for (Control* c : std::vector<Control*>{&txt, &cmd, &opt0}) c->onLostFocus = nullptr;
   form.moveFocus(&txt);
   EXPECT_NE(form.focused(), &opt0);
+
+  // Labels, frames, spinners, timers and the surface take no focus: the focused box keeps it.
+  txt.onGotFocus = nullptr;
+  txt.SetFocus();
+  txt.onLostFocus = [this] { log.push_back("txt lost"); };
+  Label& lbl = form.create<Label>("lbl", -1, &surface);
+  Timer& tmr = form.create<Timer>("tmr", -1, &surface);
+  for (Control* c : std::vector<Control*>{&lbl, &fraA, &ud, &tmr, &surface}) {
+    EXPECT_FALSE(form.userFocus(*c)) << c->fullName();
+    EXPECT_EQ(ErrorOf([&] { c->SetFocus(); }), kInvalidProcedureCall) << c->fullName();
+  }
+  EXPECT_EQ(form.focused(), &txt);
+  EXPECT_EQ(take(), Log{});
 }
 
 TEST_F(FormsTest, TheChangeSignalReportsRealChangesToEveryObserver) {
