@@ -649,6 +649,8 @@ bool Form::userSpin(UpDown& spinner, bool up) {
 
 bool Form::userSelect(ComboBox& list, Long index) {
   if (InputRefusal(list)) return false;
+  // A user picks an entry; only code clears the choice.
+  if (index < 0) Raise(kInvalidProcedureCall);
   list.setListIndex(index);
   return true;
 }

@@ -437,6 +437,7 @@ class Form {
   bool userPaste(TextBox& box, const std::string& text);
   // A spinner click: the value goes to 1 (up) or -1 (down), then the mouse is released.
   bool userSpin(UpDown& spinner, bool up);
+  // An entry of the list; any other index, -1 too, raises "Invalid procedure call".
   bool userSelect(ComboBox& list, Long index);
   // A day clicked in a month calendar: its value, then its date-click handler.
   bool userDateClick(MonthView& calendar, Date day);

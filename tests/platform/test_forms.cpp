@@ -119,6 +119,7 @@ TEST_F(FormsTest, BadArgumentsRaiseTheRunTimeError) {
       {"negative interval", [&] { form.create<Timer>("tmrBad", -1, &surface).setInterval(-1); }},
       {"duplicate name", [&] { form.create<Label>("opt", 1, &fraA); }},
       {"user picks outside the list", [&] { form.userSelect(cmb, 5); }},
+      {"user picks no entry", [&] { form.userSelect(cmb, -1); }},
   };
   for (const auto& [what, run] : cases) EXPECT_EQ(ErrorOf(run), kInvalidProcedureCall) << what;
   EXPECT_EQ(cmb.ListIndex(), -1);
