@@ -858,8 +858,11 @@ void TicketDriver::Impl::userAction() {
       break;
     }
     case 7: {
+      // A user picks one of the entries there are.
       const Long count = f.cmbAccount.ListCount();
-      form.userSelect(f.cmbAccount, static_cast<Long>(c_.pick(static_cast<std::size_t>(count) + 1)) - 1);
+      if (count > 0)
+        form.userSelect(f.cmbAccount,
+                        static_cast<Long>(c_.pick(static_cast<std::size_t>(count))));
       break;
     }
     case 8: {

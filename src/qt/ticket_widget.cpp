@@ -41,19 +41,6 @@ QString CaptionText(const std::string& caption) {
   return text;
 }
 
-bool TakesFocus(ControlKind kind) {
-  switch (kind) {
-    case ControlKind::TextBox:
-    case ControlKind::CommandButton:
-    case ControlKind::OptionButton:
-    case ControlKind::ComboBox:
-    case ControlKind::MonthView:
-      return true;
-    default:
-      return false;
-  }
-}
-
 bool UserFocusReason(Qt::FocusReason reason) {
   return reason == Qt::MouseFocusReason || reason == Qt::TabFocusReason ||
          reason == Qt::BacktabFocusReason || reason == Qt::ShortcutFocusReason;
@@ -153,7 +140,7 @@ void TicketWidget::Impl::build() {
     widgets[c] = w;
     // Controls come front to back: each new one goes behind its elder siblings.
     w->lower();
-    if (TakesFocus(c->kind()) && c->tabIndex >= 0) focusable.push_back(c);
+    if (c->takesFocus() && c->tabIndex >= 0) focusable.push_back(c);
   }
   std::stable_sort(focusable.begin(), focusable.end(),
                    [](const Control* a, const Control* b) { return a->tabIndex < b->tabIndex; });
@@ -298,7 +285,7 @@ QWidget* TicketWidget::Impl::create(Control& c, QWidget* parent, bool calendarNo
   }
   w->setObjectName(ToQString(c.fullName()));
   w->setGeometry(placeOf(c, w));
-  w->setFocusPolicy(TakesFocus(c.kind()) ? Qt::StrongFocus : Qt::NoFocus);
+  w->setFocusPolicy(c.takesFocus() ? Qt::StrongFocus : Qt::NoFocus);
   showFont(c, w);
   showColours(c, w);
   showCaption(c, w);
@@ -309,7 +296,7 @@ QWidget* TicketWidget::Impl::create(Control& c, QWidget* parent, bool calendarNo
 }
 
 void TicketWidget::Impl::watchInput(Control& c, QWidget* w) {
-  if (!TakesFocus(c.kind())) return;
+  if (!c.takesFocus()) return;
   inputs.insert(w, &c);
   w->installEventFilter(&view);
   for (QWidget* inner : w->findChildren<QWidget*>()) {
