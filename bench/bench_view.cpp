@@ -173,6 +173,7 @@ void BM_ViewKeyStroke(benchmark::State& state) {
   ShownTicket& t = road.t;
   TextBox& box = t.ticket->form().txtPrimQty;
   t.form().userPaste(box, "100000");
+  box.setSelStart(6);  // the caret behind the amount, where the keys go
   Integer keys[2] = {'0', 8};
   int next = 0;
   for (auto _ : state) {

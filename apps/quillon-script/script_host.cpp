@@ -516,7 +516,7 @@ ScriptHost::Action ScriptHost::Compile(const Json& command, int line, int depth)
               if (paste)
                 UserForm().userPaste(*box, text);
               else
-                UserForm().userType(*box, text);
+                UserForm().userType(*box, text, Form::TypeAt::End);
             }};
   }
   if (op == "spin") {

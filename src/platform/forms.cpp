@@ -559,13 +559,13 @@ bool Form::userFocus(Control& control) {
   return true;
 }
 
-bool Form::userKey(TextBox& box, Integer keyAscii) {
+bool Form::userKey(TextBox& box, Integer keyAscii, TypeAt at) {
   if (InputRefusal(box)) return false;
-  keyStroke(box, static_cast<std::uint16_t>(keyAscii));
+  keyStroke(box, static_cast<std::uint16_t>(keyAscii), at);
   return true;
 }
 
-bool Form::userType(TextBox& box, const std::string& text) {
+bool Form::userType(TextBox& box, const std::string& text, TypeAt at) {
   if (InputRefusal(box)) return false;
   const std::shared_ptr<bool> alive = alive_;
   std::size_t i = 0;
@@ -573,12 +573,12 @@ bool Form::userType(TextBox& box, const std::string& text) {
     // A handler may hide or disable the box part way, or destroy the form: the rest of the
     // keys go nowhere.
     if (!*alive || InputRefusal(box)) break;
-    keyStroke(box, NextCodePoint(text, i));
+    keyStroke(box, NextCodePoint(text, i), at);
   }
   return true;
 }
 
-void Form::keyStroke(TextBox& box, char32_t ch) {
+void Form::keyStroke(TextBox& box, char32_t ch, TypeAt at) {
   const Integer sent = KeyCodeOf(ch);
   Integer key = sent;
   if (box.onKeyPress) {
@@ -615,15 +615,11 @@ void Form::keyStroke(TextBox& box, char32_t ch) {
     if (InsertsNothing(ch)) return;
     const Long kept = length - selected;
     if (box.maxLength > 0 && kept + 1 > box.maxLength) return;
-    if (selected > 0) {
-      std::size_t a = ByteOffset(text, start);
-      std::size_t b = ByteOffset(text, start + selected);
-      next = text.substr(0, a) + Utf8(ch) + text.substr(b);
-      caret = start + 1;
-    } else {
-      next = text + Utf8(ch);
-      caret = length + 1;
-    }
+    const Long from = selected > 0 || at == TypeAt::Caret ? start : length;
+    const std::size_t a = ByteOffset(text, from);
+    const std::size_t b = ByteOffset(text, from + selected);
+    next = text.substr(0, a) + Utf8(ch) + text.substr(b);
+    caret = from + 1;
   }
   box.edit(std::move(next), caret);
 }

@@ -422,16 +422,20 @@ class Form {
   bool userClick(Control& control);
   // False, too, for a control that takes no focus (Control::takesFocus).
   bool userFocus(Control& control);
+  // Where a character typed with nothing selected goes: at the caret, as in an edit box the
+  // user clicked into, or at the end of the text, for a host that types without placing a
+  // caret (a script).
+  enum class TypeAt { Caret, End };
   // One key stroke into a text box: the key-press handler (which may cancel the key by
-  // setting it to 0), then the character replaces the selection or goes at the end (a
-  // locked box takes none, a full box no more; 8 deletes back; other control characters
-  // insert nothing), then the change handler if the text changed. The key is a 16-bit
-  // character code.
-  bool userKey(TextBox& box, Integer keyAscii);
+  // setting it to 0), then the character replaces the selection or goes in where `at` says (a
+  // locked box takes none, a full box no more; 8 deletes back from the caret; other control
+  // characters insert nothing), then the change handler if the text changed. The key is a
+  // 16-bit character code.
+  bool userKey(TextBox& box, Integer keyAscii, TypeAt at = TypeAt::Caret);
   // Types a UTF-8 text, one key stroke per character; "\b" deletes back. A character beyond
   // 16 bits reaches the key-press handler as U+FFFD and goes in as itself unless the handler
   // changes the key.
-  bool userType(TextBox& box, const std::string& text);
+  bool userType(TextBox& box, const std::string& text, TypeAt at = TypeAt::Caret);
   // The whole text replaced in one change, no key-press; a locked box takes none, a box with
   // a maximum length takes that many characters.
   bool userPaste(TextBox& box, const std::string& text);
@@ -447,7 +451,7 @@ class Form {
   void adopt(std::unique_ptr<Control> control, Control* parent);
   Control* lookUp(std::string_view name, int index) const;
   // One character into a text box, after its key-press handler.
-  void keyStroke(TextBox& box, char32_t ch);
+  void keyStroke(TextBox& box, char32_t ch, TypeAt at);
 
   MessageLoop& loop_;
   // False once the form is destroyed. A handler may destroy the form (its owner closed inside

@@ -166,7 +166,7 @@ TEST_F(FormsTest, TypingFollowsTheKeyPressLockAndLengthRules) {
   // what, text, selection start and length, locked, maxLength, typed -> text, caret, changes
   const struct { const char* what; std::string text; Long selStart, selLength; bool locked;
                  int maxLength; std::string typed, expected; Long caret; int changes; } cases[] = {
-      {"goes at the end", "12", 0, 0, false, 0, "3", "123", 3, 1},
+      {"goes in at the caret", "12", 1, 0, false, 0, "34", "1342", 3, 2},
       {"replaces a middle selection", "abcd", 1, 2, false, 0, "X", "aXd", 2, 1},
       {"backspace at the start", "123", 0, 0, false, 0, "\b", "123", 0, 0},
       {"backspace deletes the selection", "12345", 1, 3, false, 0, "\b", "15", 1, 1},
@@ -193,6 +193,14 @@ TEST_F(FormsTest, TypingFollowsTheKeyPressLockAndLengthRules) {
     EXPECT_EQ(std::tuple(txt.Text(), txt.SelStart(), txt.SelLength(), changes, caretInHandler),
               std::tuple(c.expected, c.caret, Long{0}, c.changes, c.caret)) << c.what;
   }
+  // A host that types without placing a caret types at the end; a selection is still replaced.
+  txt.setText("12");
+  form.userType(txt, "3", Form::TypeAt::End);
+  EXPECT_EQ(std::pair(txt.Text(), txt.SelStart()), std::pair(std::string("123"), Long{3}));
+  txt.setSelStart(0);
+  txt.setSelLength(1);
+  form.userType(txt, "4", Form::TypeAt::End);
+  EXPECT_EQ(txt.Text(), "423");
 }
 
 TEST_F(FormsTest, KeyPressRunsFirstAndMayCancelOrChangeTheKey) {

@@ -49,6 +49,10 @@ TEST_F(TicketWidgetTest, KeysReachTheBoxThroughItsKeyPressHandlerAndTheSpinnerSt
   QTest::keyClick(edit, Qt::Key_Delete);
   EXPECT_EQ(box.Text(), "40");
   EXPECT_EQ(seen.size(), 6u);
+  // A character goes in at the caret.
+  QTest::keyClick(edit, Qt::Key_Right);
+  QTest::keyClicks(edit, "5");
+  EXPECT_EQ(box.Text(), "450");
 
   // Paste replaces the text in one change; the clipboard's text goes through the box's rules.
   QGuiApplication::clipboard()->setText("1234567890123456789012");
