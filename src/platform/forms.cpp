@@ -627,11 +627,14 @@ void Form::keyStroke(TextBox& box, char32_t ch, TypeAt at) {
 bool Form::userPaste(TextBox& box, const std::string& text) {
   if (InputRefusal(box)) return false;
   if (box.Locked()) return true;
+  const std::shared_ptr<bool> alive = alive_;
   if (box.maxLength > 0 && CodePoints(text) > box.maxLength) {
     box.setText(text.substr(0, ByteOffset(text, box.maxLength)));
   } else {
     box.setText(text);
   }
+  // The caret ends behind the pasted text, where the user's next key goes.
+  if (*alive) box.setSelStart(CodePoints(box.Text()));
   return true;
 }
 

@@ -437,7 +437,7 @@ class Form {
   // changes the key.
   bool userType(TextBox& box, const std::string& text, TypeAt at = TypeAt::Caret);
   // The whole text replaced in one change, no key-press; a locked box takes none, a box with
-  // a maximum length takes that many characters.
+  // a maximum length takes that many characters. The caret ends behind the text.
   bool userPaste(TextBox& box, const std::string& text);
   // A spinner click: the value goes to 1 (up) or -1 (down), then the mouse is released.
   bool userSpin(UpDown& spinner, bool up);
