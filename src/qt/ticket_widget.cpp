@@ -41,6 +41,25 @@ QString CaptionText(const std::string& caption) {
   return text;
 }
 
+// Sets a caption's font narrower, then a quarter point smaller at a time, till `fits` says the
+// caption fits, never below four fifths of the design's size.
+template <typename Fits>
+void Condense(QFont& f, double designSize, Fits fits) {
+  if (fits()) return;
+  f.setStretch(QFont::Condensed);
+  const double smallest = designSize * 0.8;
+  while (!fits() && f.pointSizeF() - 0.25 >= smallest) f.setPointSizeF(f.pointSizeF() - 0.25);
+}
+
+// The rectangle at least `height` high, grown evenly up and down.
+QRect AtLeastHigh(QRect r, int height) {
+  if (r.height() < height) {
+    const int grow = height - r.height();
+    r.adjust(0, -(grow / 2), 0, grow - grow / 2);
+  }
+  return r;
+}
+
 bool UserFocusReason(Qt::FocusReason reason) {
   return reason == Qt::MouseFocusReason || reason == Qt::TabFocusReason ||
          reason == Qt::BacktabFocusReason || reason == Qt::ShortcutFocusReason;
@@ -82,16 +101,10 @@ struct TicketWidget::Impl {
   // design's 195 twips are 13 pixels, which cut the rim off at some scales; the button then
   // grows evenly up and down.
   QRect placeOf(const Control& c, const QWidget* w) const {
-    QRect r = rectOf(c);
-    if (c.kind() == ControlKind::OptionButton) {
-      const int indicator =
-          w->style()->pixelMetric(QStyle::PM_ExclusiveIndicatorHeight, nullptr, w) + 2;
-      if (r.height() < indicator) {
-        const int grow = indicator - r.height();
-        r.adjust(0, -(grow / 2), 0, grow - grow / 2);
-      }
-    }
-    return r;
+    const QRect r = rectOf(c);
+    if (c.kind() != ControlKind::OptionButton) return r;
+    const int indicator = w->style()->pixelMetric(QStyle::PM_ExclusiveIndicatorHeight, nullptr, w);
+    return AtLeastHigh(r, indicator + 2);
   }
 
   // A month calendar is built when it first shows (or is asked for): it weighs more than the
@@ -370,14 +383,11 @@ void TicketWidget::Impl::showFont(Control& c, QWidget* w) {
     const QString wrapped = label->text();
     const int flags = int(label->alignment()) | Qt::TextWordWrap;
     const auto height = [&] {
-      return QFontMetrics(f).boundingRect(QRect(0, 0, w->width(), 100000), flags, wrapped).height();
+      const QRect all(0, 0, w->width(), 100000);
+      return QFontMetrics(f).boundingRect(all, flags, wrapped).height();
     };
-    if (!wrapped.isEmpty() && w->width() > 0 && height() > w->height()) {
-      f.setStretch(QFont::Condensed);
-      const double smallest = c.font.size * 0.8;
-      while (height() > w->height() && f.pointSizeF() - 0.25 >= smallest)
-        f.setPointSizeF(f.pointSizeF() - 0.25);
-    }
+    if (!wrapped.isEmpty() && w->width() > 0)
+      Condense(f, c.font.size, [&] { return height() <= w->height(); });
   } else if (label) {
     text = label->text();
     widens = (label->alignment() & Qt::AlignHorizontal_Mask) == Qt::AlignLeft && c.parent() &&
@@ -403,12 +413,7 @@ void TicketWidget::Impl::showFont(Control& c, QWidget* w) {
       if (width != w->width()) w->resize(width, w->height());
     }
     const int room = width - inset;
-    if (room > 0 && advance() > room) {
-      f.setStretch(QFont::Condensed);
-      const double smallest = c.font.size * 0.8;
-      while (advance() > room && f.pointSizeF() - 0.25 >= smallest)
-        f.setPointSizeF(f.pointSizeF() - 0.25);
-    }
+    if (room > 0) Condense(f, c.font.size, [&] { return advance() <= room; });
   }
   if (auto* option = qobject_cast<QRadioButton*>(w)) showOptionLines(c, option, f, inset);
   if (w->font() != f) w->setFont(f);
@@ -438,20 +443,11 @@ void TicketWidget::Impl::showOptionLines(Control& c, QRadioButton* w, QFont& f, 
     }
     if (best > 0) {
       const QString first = caption.left(best), second = caption.mid(best + 1);
-      const auto fits = [&] { return std::max(width(two, first), width(two, second)) <= room; };
-      if (!fits()) {
-        two.setStretch(QFont::Condensed);
-        const double smallest = c.font.size * 0.8;
-        while (!fits() && two.pointSizeF() - 0.25 >= smallest)
-          two.setPointSizeF(two.pointSizeF() - 0.25);
-      }
+      Condense(two, c.font.size,
+               [&] { return std::max(width(two, first), width(two, second)) <= room; });
       f = two;
       shown = first + QLatin1Char('\n') + second;
-      const int need = 2 * QFontMetrics(f).lineSpacing() + 2;
-      if (place.height() < need) {
-        const int grow = need - place.height();
-        place.adjust(0, -(grow / 2), 0, grow - grow / 2);
-      }
+      place = AtLeastHigh(place, 2 * QFontMetrics(f).lineSpacing() + 2);
     }
   }
   if (w->text() != shown) w->setText(shown);
