@@ -13,8 +13,8 @@ namespace quillon {
 // Bank holidays per currency instrument: the holiday calendar of the instrument's ISO currency
 // (EUR by TARGET, USD by the Federal Reserve's days, GBP, JPY, CHF and more), plus dates a host
 // adds. Saturdays and Sundays are no holidays here, the ticket judges them itself; a calendar's
-// other weekend days (Friday for SAR, and for ILS before 2026) are holidays. An instrument with neither a
-// currency nor dates of its own has no holidays.
+// other weekend days (Friday for SAR, and for ILS before 2026) are holidays. An instrument with
+// neither a currency nor dates of its own has no holidays.
 class BankHolidays : public HolidayLibrary {
  public:
   BankHolidays();

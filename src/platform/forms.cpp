@@ -559,9 +559,9 @@ bool Form::userFocus(Control& control) {
   return true;
 }
 
-bool Form::userKey(TextBox& box, Integer keyAscii, TypeAt at) {
+bool Form::userKey(TextBox& box, Integer keyAscii) {
   if (InputRefusal(box)) return false;
-  keyStroke(box, static_cast<std::uint16_t>(keyAscii), at);
+  keyStroke(box, static_cast<std::uint16_t>(keyAscii), TypeAt::Caret);
   return true;
 }
 

@@ -427,14 +427,14 @@ class Form {
   // caret (a script).
   enum class TypeAt { Caret, End };
   // One key stroke into a text box: the key-press handler (which may cancel the key by
-  // setting it to 0), then the character replaces the selection or goes in where `at` says (a
+  // setting it to 0), then the character replaces the selection or goes in at the caret (a
   // locked box takes none, a full box no more; 8 deletes back from the caret; other control
   // characters insert nothing), then the change handler if the text changed. The key is a
   // 16-bit character code.
-  bool userKey(TextBox& box, Integer keyAscii, TypeAt at = TypeAt::Caret);
-  // Types a UTF-8 text, one key stroke per character; "\b" deletes back. A character beyond
-  // 16 bits reaches the key-press handler as U+FFFD and goes in as itself unless the handler
-  // changes the key.
+  bool userKey(TextBox& box, Integer keyAscii);
+  // Types a UTF-8 text, one key stroke per character, with nothing selected going in where
+  // `at` says; "\b" deletes back. A character beyond 16 bits reaches the key-press handler as
+  // U+FFFD and goes in as itself unless the handler changes the key.
   bool userType(TextBox& box, const std::string& text, TypeAt at = TypeAt::Caret);
   // The whole text replaced in one change, no key-press; a locked box takes none, a box with
   // a maximum length takes that many characters. The caret ends behind the text.
