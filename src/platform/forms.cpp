@@ -431,7 +431,8 @@ MonthView::MonthView(Form& form, std::string name, int index)
 
 void MonthView::setValue(Date v) {
   RequireFinite(v);
-  if (Assign(value_, std::clamp(v, minDate_, maxDate_))) changed(ControlProperty::Value);
+  if (v < minDate_ || v > maxDate_) Raise(kInvalidProcedureCall);
+  if (Assign(value_, v)) changed(ControlProperty::Value);
 }
 
 void MonthView::setMinDate(Date v) {
@@ -439,7 +440,7 @@ void MonthView::setMinDate(Date v) {
   if (v > maxDate_) Raise(kInvalidProcedureCall);
   if (!Assign(minDate_, v)) return;
   changed(ControlProperty::DateRange);
-  setValue(value_);
+  setValue(std::clamp(value_, minDate_, maxDate_));
 }
 
 void MonthView::setMaxDate(Date v) {
@@ -447,7 +448,7 @@ void MonthView::setMaxDate(Date v) {
   if (v < minDate_) Raise(kInvalidProcedureCall);
   if (!Assign(maxDate_, v)) return;
   changed(ControlProperty::DateRange);
-  setValue(value_);
+  setValue(std::clamp(value_, minDate_, maxDate_));
 }
 
 Line::Line(Form& form, std::string name, int index)
@@ -656,8 +657,9 @@ bool Form::userSelect(ComboBox& list, Long index) {
 
 bool Form::userDateClick(MonthView& calendar, Date day) {
   if (InputRefusal(calendar)) return false;
-  calendar.setValue(day);
-  // The calendar offers no day outside its range: the click lands on the day it selects.
+  // The calendar offers no day outside its range: the click lands on the nearest day it shows.
+  RequireFinite(day);
+  calendar.setValue(std::clamp(day, calendar.MinDate(), calendar.MaxDate()));
   if (calendar.onDateClick) calendar.onDateClick(calendar.Value());
   return true;
 }

@@ -320,12 +320,13 @@ class MonthView : public Control {
  public:
   MonthView(Form& form, std::string name, int index = -1);
   Date Value() const { return value_; }
-  // The selected day, clamped to MinDate..MaxDate; runs no handler.
+  // The selected day; a day outside MinDate..MaxDate, or one that is not finite, raises
+  // "Invalid procedure call" and the selection stays. Runs no handler.
   void setValue(Date v);
   Date MinDate() const { return minDate_; }
   Date MaxDate() const { return maxDate_; }
   // A range whose ends cross, or a date that is not finite, raises "Invalid procedure call";
-  // the selected day is clamped into the new range.
+  // the selected day is moved into the new range.
   void setMinDate(Date v);
   void setMaxDate(Date v);
 

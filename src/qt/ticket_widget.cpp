@@ -283,7 +283,8 @@ QWidget* TicketWidget::Impl::create(Control& c, QWidget* parent, bool calendarNo
       // Enter or Space chooses one.
       QObject::connect(calendar, &QCalendarWidget::selectionChanged, calendar, [l, &cal, calendar] {
         if (!l->form || l->showing > 0 || InputRefusal(cal)) return;
-        cal.setValue(FromQDate(calendar->selectedDate()));
+        // The widget's range is whole days; the calendar's ends may carry a time of day.
+        cal.setValue(std::clamp(FromQDate(calendar->selectedDate()), cal.MinDate(), cal.MaxDate()));
       });
       w = calendar;
       break;

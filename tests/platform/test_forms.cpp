@@ -98,14 +98,19 @@ TEST_F(FormsTest, WritesRunTheHandlerBeforeReturningAndSameValuesRunNothing) {
   EXPECT_EQ(take(), Log{"cmb click 0"});
   EXPECT_EQ(cmb.ListIndex(), -1);
 
-  // A calendar clamps its value and runs no handler.
+  // A calendar refuses a day outside its range and keeps its selection; a narrower range
+  // moves the selection inside; a user's click lands on the nearest day shown. No handler.
   cal.setMinDate(100);
   cal.setMaxDate(200);
-  cal.setValue(250);
-  EXPECT_EQ(cal.Value(), 200);
+  cal.setValue(180);
+  EXPECT_EQ(ErrorOf([&] { cal.setValue(250); }), kInvalidProcedureCall);
+  EXPECT_EQ(ErrorOf([&] { cal.setValue(99); }), kInvalidProcedureCall);
+  EXPECT_EQ(cal.Value(), 180);
   cal.setMaxDate(150);
   EXPECT_EQ(cal.Value(), 150);
   EXPECT_EQ(take(), Log{});
+  ASSERT_TRUE(form.userDateClick(cal, 40));
+  EXPECT_EQ(cal.Value(), 100);
 }
 
 TEST_F(FormsTest, BadArgumentsRaiseTheRunTimeError) {
