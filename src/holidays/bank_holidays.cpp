@@ -79,18 +79,27 @@ ql::Date EasterSunday(int year) {
 // the governments and central banks published (Hong Kong's gazette, China's State Council,
 // Singapore's Ministry of Manpower, New Zealand's Act, the Saudi Central Bank, Indonesia's
 // joint ministerial decree and Bank Indonesia, Taiwan's Directorate-General of Personnel
-// Administration). A year not yet published is not here.
+// Administration). A year not yet published is not here, or only with the days its law already
+// fixes, as said where it is.
 const std::map<std::string, std::set<int>>& DeclaredHolidays() {
+  // In 2027 the second day of the Lunar New Year is a Sunday, so the fourth day (9 February)
+  // is the holiday instead, and the first weekday after Christmas is Monday 27 December.
   static const std::set<int> hongKong = {
       20240212, 20240213, 20240404, 20240515, 20240610, 20240918, 20241011,  //
       20250129, 20250130, 20250131, 20250404, 20250505, 20251007, 20251029,  //
-      20260217, 20260218, 20260219, 20260407, 20260525, 20260619, 20261019};
+      20260217, 20260218, 20260219, 20260407, 20260525, 20260619, 20261019,  //
+      20270208, 20270209, 20270405, 20270513, 20270609, 20270916, 20271008, 20271227};
   static const std::map<std::string, std::set<int>> declared = {
       // Offshore renminbi settles on Hong Kong's days.
       {"CNH", hongKong},
       {"HKD", hongKong},
       // The interbank market closes for the State Council's holiday weeks; the Saturdays and
-      // Sundays it works instead are the ticket's to judge.
+      // Sundays it works instead are the ticket's to judge. For 2027 the State Council has not
+      // yet published its weeks: only the weekdays the holiday regulations fix are here (Lunar
+      // New Year's Eve and the third day, Qingming, the Dragon Boat and Mid-Autumn Festivals,
+      // 1 October). The weekdays given for the holidays on a Saturday or Sunday (the first two
+      // days of the Lunar New Year, 1 and 2 May, 2 and 3 October) and any bridging days follow
+      // when the notice does.
       {"CNY",
        {20240212, 20240213, 20240214, 20240215, 20240216, 20240404, 20240405, 20240501,
         20240502, 20240503, 20240610, 20240916, 20240917, 20241001, 20241002, 20241003,
@@ -100,20 +109,23 @@ const std::map<std::string, std::set<int>>& DeclaredHolidays() {
         20251008,  //
         20260102, 20260216, 20260217, 20260218, 20260219, 20260220, 20260223, 20260406,
         20260501, 20260504, 20260505, 20260619, 20260925, 20261001, 20261002, 20261005,
-        20261006, 20261007}},
+        20261006, 20261007,  //
+        20270205, 20270208, 20270405, 20270609, 20270915, 20271001}},
       // Matariki, on the Fridays the Act fixes.
       {"NZD",
        {20220624, 20230714, 20240628, 20250620, 20260710, 20270625, 20280714, 20290706,
         20300621}},
-      // Chinese New Year, Hari Raya Puasa and Haji, Vesak Day and Deepavali.
+      // Chinese New Year, Hari Raya Puasa and Haji, Vesak Day and Deepavali, with the Monday
+      // after one on a Sunday (8 February 2027 for the second day of Chinese New Year).
       {"SGD",
        {20240212, 20240410, 20240522, 20240617, 20241031,  //
         20250129, 20250130, 20250331, 20250512, 20251020,  //
-        20260217, 20260218, 20260527, 20260601, 20261109}},
+        20260217, 20260218, 20260527, 20260601, 20261109,  //
+        20270208, 20270310, 20270517, 20270520, 20271028}},
       // The national holidays and the collective leave days on which Bank Indonesia's RTGS and
       // clearing close, and the election days of 2024; the collective leave around Christmas
-      // (26 Dec 2024 and 2025, 24 Dec 2026) is left out, as Bank Indonesia keeps its systems
-      // open for the year's closing.
+      // (26 Dec 2024 and 2025, 24 Dec 2026 and 2027) is left out, as Bank Indonesia keeps its
+      // systems open for the year's closing.
       {"IDR",
        {20240208, 20240209, 20240214, 20240311, 20240312, 20240408, 20240409, 20240410,
         20240411, 20240412, 20240415, 20240501, 20240510, 20240523, 20240524, 20240617,
@@ -122,7 +134,9 @@ const std::map<std::string, std::set<int>>& DeclaredHolidays() {
         20250404, 20250407, 20250501, 20250512, 20250513, 20250530, 20250606, 20250609,
         20250627, 20250905,  //
         20260116, 20260216, 20260217, 20260318, 20260319, 20260320, 20260323, 20260324,
-        20260501, 20260515, 20260527, 20260528, 20260601, 20260616, 20260825}},
+        20260501, 20260515, 20260527, 20260528, 20260601, 20260616, 20260825,  //
+        20270105, 20270205, 20270308, 20270309, 20270310, 20270311, 20270312, 20270315,
+        20270325, 20270517, 20270518, 20270519, 20270520, 20270601}},
       // Founding Day and the Eid holidays: the banks' as the Saudi Central Bank declared them
       // for 2024 and 2025, its RTGS's from 2026 (the banks close a day or two longer). A
       // holiday on a Sunday is the ticket's to judge.
@@ -133,14 +147,18 @@ const std::map<std::string, std::set<int>>& DeclaredHolidays() {
         20270222, 20270517, 20270518}},
       // The Lunar New Year, Children's and Tomb Sweeping Days, the Dragon Boat and Mid-Autumn
       // Festivals, and from the second half of 2025 Teachers', Retrocession and Constitution
-      // Days, with the Fridays and Mondays observed for a Saturday or Sunday.
+      // Days, with the weekdays observed for one on a Saturday or Sunday (in 2027 the Lunar New
+      // Year's 9 and 10 February, Children's Day on 6 April after Tomb Sweeping, Labour Day on
+      // 30 April, and 31 December for New Year's Day 2028).
       {"TWD",
        {20240208, 20240209, 20240212, 20240213, 20240214, 20240404, 20240405, 20240610,
         20240917,  //
         20250127, 20250128, 20250129, 20250130, 20250131, 20250403, 20250404, 20250530,
         20250929, 20251006, 20251024, 20251225,  //
         20260216, 20260217, 20260218, 20260219, 20260220, 20260227, 20260403, 20260406,
-        20260619, 20260925, 20260928, 20261009, 20261026, 20261225}},
+        20260619, 20260925, 20260928, 20261009, 20261026, 20261225,  //
+        20270204, 20270205, 20270208, 20270209, 20270210, 20270301, 20270405, 20270406,
+        20270430, 20270609, 20270915, 20270928, 20271011, 20271025, 20271224, 20271231}},
   };
   return declared;
 }

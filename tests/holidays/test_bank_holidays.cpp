@@ -62,6 +62,19 @@ TEST_F(BankHolidaysTest, CalendarsPerCurrency) {
       {kIdr, D(2026, 3, 23), true},   {kIdr, D(2026, 3, 25), false},
       {kTwd, D(2026, 2, 20), true},   {kTwd, D(2026, 2, 23), false},
       {kTwd, D(2025, 10, 24), true},  {kTwd, D(2025, 10, 27), false},
+      // 2027: Hong Kong's fourth day of the Lunar New Year for the second on a Sunday and its
+      // Monday after a Christmas on Saturday, Singapore's Monday for a Sunday, China's fixed
+      // days ahead of the State Council's notice, Taiwan's days observed for a weekend,
+      // Indonesia's Eid al-Fitr leave and its Christmas leave on which Bank Indonesia works.
+      {kHkd, D(2027, 2, 9), true},    {kHkd, D(2027, 2, 10), false},
+      {kCnh, D(2027, 12, 27), true},  {kHkd, D(2027, 10, 8), true},
+      {kSgd, D(2027, 2, 8), true},    {kSgd, D(2027, 2, 9), false},
+      {kSgd, D(2027, 10, 28), true},  {kSgd, D(2027, 10, 29), false},
+      {kCny, D(2027, 2, 5), true},    {kCny, D(2027, 9, 15), true},
+      {kCny, D(2027, 4, 6), false},   {kTwd, D(2027, 2, 10), true},
+      {kTwd, D(2027, 2, 11), false},  {kTwd, D(2027, 4, 6), true},
+      {kTwd, D(2027, 12, 31), true},  {kIdr, D(2027, 3, 15), true},
+      {kIdr, D(2027, 3, 16), false},  {kIdr, D(2027, 12, 24), false},
       // The time of day does not matter.
       {kEur, D(2025, 12, 25) + 0.75, true},
       // Outside the calendars' years only a host's dates count.
