@@ -39,6 +39,18 @@ TEST_F(DatePickerTest, OpeningSetsTheRangeFromTheTradingDay) {
   EXPECT_EQ(calendar().MaxDate(), D(2006, 3, 2));
 }
 
+TEST_F(DatePickerTest, AValueDateBeyondTheRangeOpensOnTheDayAlreadySelected) {
+  // The calendar refuses the value date; it opens all the same, on its own selection (pulled
+  // into the new range), and closing it again changes nothing.
+  Open(kSpot, D(2007, 1, 5));
+  probe().ValueClick();
+  EXPECT_TRUE(calendar().Visible());
+  EXPECT_EQ(calendar().Value(), D(2001, 3, 1));
+  probe().ValueClick();
+  EXPECT_FALSE(calendar().Visible());
+  EXPECT_EQ(m().ValueDate, D(2007, 1, 5));
+}
+
 TEST_F(DatePickerTest, HowAChoiceEnds) {
   // How it ends: the value button, a click on a day, or a key (13 Enter, 32 space).
   enum How { kButton = -2, kClick = -1 };
