@@ -168,6 +168,8 @@ const std::map<std::string, std::set<int>>& DeclaredHolidays() {
 // the calendar, else no answer.
 std::optional<bool> LawChange(const std::string& code, const ql::Date& date) {
   const int year = date.year();
+  if (code == "BRL" && year >= 2024 && date.month() == ql::November && date.dayOfMonth() == 20)
+    return true;  // Black Consciousness Day, a national holiday from 2024 (Law 14.759/2023)
   if (code == "DKK" && year >= 2024 && date == EasterSunday(year) + 26)
     return false;  // Great Prayer Day, abolished from 2024
   // Israel's markets work Monday to Friday from 5 January 2026: a Friday since then settles

@@ -18,13 +18,15 @@ class BankHolidaysTest : public ::testing::Test {
  protected:
   static constexpr Long kEur = 1, kUsd = 2, kGbp = 3, kJpy = 4, kChf = 5, kIls = 6, kSar = 7;
   static constexpr Long kHkd = 8, kCnh = 9, kCny = 10, kSgd = 11, kIdr = 12, kTwd = 13;
+  static constexpr Long kBrl = 14;
   static constexpr Long kUnknown = 99;
   BankHolidaysTest() {
     const std::pair<Long, const char*> codes[] = {{kEur, "EUR"}, {kUsd, "usd"}, {kGbp, "GBP"},
                                                   {kJpy, "JPY"}, {kChf, "CHF"}, {kIls, "ILS"},
                                                   {kSar, "SAR"}, {kHkd, "HKD"}, {kCnh, "CNH"},
                                                   {kCny, "CNY"}, {kSgd, "SGD"},
-                                                  {kIdr, "IDR"}, {kTwd, "TWD"}};
+                                                  {kIdr, "IDR"}, {kTwd, "TWD"},
+                                                  {kBrl, "BRL"}};
     for (const auto& [id, code] : codes) EXPECT_TRUE(library.setCurrency(id, code)) << code;
   }
   bool Holiday(Long instrument, Date date) { return library.IsValueDateABankHol(instrument, date); }
@@ -75,6 +77,9 @@ TEST_F(BankHolidaysTest, CalendarsPerCurrency) {
       {kTwd, D(2027, 2, 11), false},  {kTwd, D(2027, 4, 6), true},
       {kTwd, D(2027, 12, 31), true},  {kIdr, D(2027, 3, 15), true},
       {kIdr, D(2027, 3, 16), false},  {kIdr, D(2027, 12, 24), false},
+      // Holidays the law made after the calendars were written: Brazil's Black Consciousness
+      // Day from 2024.
+      {kBrl, D(2026, 11, 20), true},  {kBrl, D(2023, 11, 20), false},
       // The time of day does not matter.
       {kEur, D(2025, 12, 25) + 0.75, true},
       // Outside the calendars' years only a host's dates count.
