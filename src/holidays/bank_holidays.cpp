@@ -2,11 +2,13 @@
 
 #include "holidays/bank_holidays.h"
 
+#include <algorithm>
 #include <cctype>
 #include <cmath>
 #include <map>
 #include <optional>
 #include <set>
+#include <vector>
 
 #include <ql/errors.hpp>
 #include <ql/time/calendars/all.hpp>
@@ -79,8 +81,8 @@ ql::Date EasterSunday(int year) {
 // the governments and central banks published (Hong Kong's gazette, China's State Council,
 // Singapore's Ministry of Manpower, New Zealand's Act, the Saudi Central Bank, Indonesia's
 // joint ministerial decree and Bank Indonesia, Taiwan's Directorate-General of Personnel
-// Administration). A year not yet published is not here, or only with the days its law already
-// fixes, as said where it is.
+// Administration, Korea's Ministry of Personnel Management). A year not yet published is not
+// here, or only with the days its law already fixes, as said where it is.
 const std::map<std::string, std::set<int>>& DeclaredHolidays() {
   // In 2027 the second day of the Lunar New Year is a Sunday, so the fourth day (9 February)
   // is the holiday instead, and the first weekday after Christmas is Monday 27 December.
@@ -111,6 +113,11 @@ const std::map<std::string, std::set<int>>& DeclaredHolidays() {
         20260501, 20260504, 20260505, 20260619, 20260925, 20261001, 20261002, 20261005,
         20261006, 20261007,  //
         20270205, 20270208, 20270405, 20270609, 20270915, 20271001}},
+      // Election days and the temporary holidays the government declared; the substitute days
+      // the law gives are reckoned apart. Seoul's brokered interbank market also shuts on the
+      // year's last business day, but the banks stay open, so that day is left to a host's own
+      // dates.
+      {"KRW", {20231002, 20240410, 20241001, 20250127, 20250603, 20260603}},
       // Matariki, on the Fridays the Act fixes.
       {"NZD",
        {20220624, 20230714, 20240628, 20250620, 20260710, 20270625, 20280714, 20290706,
@@ -163,6 +170,93 @@ const std::map<std::string, std::set<int>>& DeclaredHolidays() {
   return declared;
 }
 
+// Korea's lunar holidays as the Korea Astronomy and Space Science Institute reckons them, the
+// days our QuantLib lists: Seollal and Chuseok (each with the day before and the day after)
+// and Buddha's Birthday, yyyymmdd.
+struct KoreanLunarYear {
+  int seollal, buddhasBirthday, chuseok;
+};
+const std::map<int, KoreanLunarYear> kKoreanLunarYears = {
+    {2023, {20230122, 20230527, 20230929}}, {2024, {20240210, 20240515, 20240917}},
+    {2025, {20250129, 20250505, 20251006}}, {2026, {20260217, 20260524, 20260925}},
+    {2027, {20270206, 20270513, 20270915}}, {2028, {20280126, 20280502, 20281003}},
+    {2029, {20290213, 20290520, 20290922}}, {2030, {20300203, 20300509, 20300912}},
+    {2031, {20310123, 20310528, 20311001}}, {2032, {20320211, 20320516, 20320919}},
+};
+
+ql::Date FromYmd(int ymd) {
+  return ql::Date(ymd % 100, static_cast<ql::Month>(ymd / 100 % 100), ymd / 10000);
+}
+
+// Whether a weekday is a Korean holiday that our QuantLib's calendar misses: Constitution Day,
+// a holiday again from 2026, and the substitute days of the Regulation on Holidays of
+// Government Offices. A day of Seollal or Chuseok that falls on a Sunday or on another holiday
+// gives the first day after the three that is no holiday; Samiljeol, Constitution,
+// Liberation, National Foundation and Hangul Days, Children's Day, Buddha's Birthday and
+// Christmas give the first day after them that is no holiday when they fall on a Saturday, a
+// Sunday or another holiday. A day bearing two holidays gives one substitute (Children's Day
+// and Buddha's Birthday on 5 May 2025 gave 6 May). Only the years of the lunar table count;
+// our QuantLib's own lunar holidays end with it, in 2032.
+bool KoreanAddedHoliday(const ql::Date& date) {
+  const int year = date.year();
+  auto lunar = kKoreanLunarYears.find(year);
+  if (lunar == kKoreanLunarYears.end()) return false;
+  const bool constitutionDay = year >= 2026;
+  if (constitutionDay && date == ql::Date(17, ql::July, year)) return true;
+
+  // Each holiday of the year: its day, whether a Saturday gives a substitute, and the day the
+  // substitute comes after (the last of the three for Seollal and Chuseok).
+  struct Holiday {
+    ql::Date day;
+    bool saturdayCounts;
+    ql::Date after;
+  };
+  std::vector<Holiday> holidays;
+  auto fixed = [&](int day, ql::Month month, bool substituted) {
+    const ql::Date d(day, month, year);
+    holidays.push_back({d, substituted, substituted ? d : ql::Date()});
+  };
+  fixed(1, ql::January, false);
+  fixed(1, ql::March, true);
+  fixed(5, ql::May, true);
+  fixed(6, ql::June, false);
+  if (constitutionDay) fixed(17, ql::July, true);
+  fixed(15, ql::August, true);
+  fixed(3, ql::October, true);
+  fixed(9, ql::October, true);
+  fixed(25, ql::December, true);
+  const ql::Date buddha = FromYmd(lunar->second.buddhasBirthday);
+  holidays.push_back({buddha, true, buddha});
+  for (int middle : {lunar->second.seollal, lunar->second.chuseok})
+    for (int offset = -1; offset <= 1; ++offset)
+      holidays.push_back({FromYmd(middle) + offset, false, FromYmd(middle) + 1});
+
+  // The days that already had their substitute, and the substitutes given so far.
+  std::set<ql::Date> substituted, substitutes;
+  auto isHoliday = [&](const ql::Date& d) {
+    if (d.weekday() == ql::Sunday || substitutes.count(d) != 0) return true;
+    for (const Holiday& h : holidays)
+      if (h.day == d) return true;
+    return false;
+  };
+  // Substitutes are given in the order of the holidays they follow, an earlier one first.
+  std::sort(holidays.begin(), holidays.end(),
+            [](const Holiday& a, const Holiday& b) { return a.after < b.after; });
+  for (const Holiday& h : holidays) {
+    if (h.after == ql::Date() || substituted.count(h.day) != 0) continue;
+    int onTheDay = 0;
+    for (const Holiday& other : holidays) onTheDay += other.day == h.day;
+    const ql::Weekday weekday = h.day.weekday();
+    if (weekday != ql::Sunday && onTheDay < 2 && !(h.saturdayCounts && weekday == ql::Saturday))
+      continue;
+    substituted.insert(h.day);
+    ql::Date next = h.after + 1;
+    while (isHoliday(next)) ++next;
+    substitutes.insert(next);
+  }
+  return substitutes.count(date) != 0;
+}
+
 // Holidays made or abolished by law after our QuantLib's calendars were written, and those
 // declared year by year that they miss: true or false where the law now says otherwise than
 // the calendar, else no answer.
@@ -170,6 +264,7 @@ std::optional<bool> LawChange(const std::string& code, const ql::Date& date) {
   const int year = date.year();
   if (code == "BRL" && year >= 2024 && date.month() == ql::November && date.dayOfMonth() == 20)
     return true;  // Black Consciousness Day, a national holiday from 2024 (Law 14.759/2023)
+  if (code == "KRW" && KoreanAddedHoliday(date)) return true;
   if (code == "DKK" && year >= 2024 && date == EasterSunday(year) + 26)
     return false;  // Great Prayer Day, abolished from 2024
   // Israel's markets work Monday to Friday from 5 January 2026: a Friday since then settles

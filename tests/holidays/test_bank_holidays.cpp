@@ -18,7 +18,7 @@ class BankHolidaysTest : public ::testing::Test {
  protected:
   static constexpr Long kEur = 1, kUsd = 2, kGbp = 3, kJpy = 4, kChf = 5, kIls = 6, kSar = 7;
   static constexpr Long kHkd = 8, kCnh = 9, kCny = 10, kSgd = 11, kIdr = 12, kTwd = 13;
-  static constexpr Long kBrl = 14;
+  static constexpr Long kBrl = 14, kKrw = 15;
   static constexpr Long kUnknown = 99;
   BankHolidaysTest() {
     const std::pair<Long, const char*> codes[] = {{kEur, "EUR"}, {kUsd, "usd"}, {kGbp, "GBP"},
@@ -26,7 +26,7 @@ class BankHolidaysTest : public ::testing::Test {
                                                   {kSar, "SAR"}, {kHkd, "HKD"}, {kCnh, "CNH"},
                                                   {kCny, "CNY"}, {kSgd, "SGD"},
                                                   {kIdr, "IDR"}, {kTwd, "TWD"},
-                                                  {kBrl, "BRL"}};
+                                                  {kBrl, "BRL"}, {kKrw, "KRW"}};
     for (const auto& [id, code] : codes) EXPECT_TRUE(library.setCurrency(id, code)) << code;
   }
   bool Holiday(Long instrument, Date date) { return library.IsValueDateABankHol(instrument, date); }
@@ -80,6 +80,15 @@ TEST_F(BankHolidaysTest, CalendarsPerCurrency) {
       // Holidays the law made after the calendars were written: Brazil's Black Consciousness
       // Day from 2024.
       {kBrl, D(2026, 11, 20), true},  {kBrl, D(2023, 11, 20), false},
+      // Korea's substitute days: a national holiday, Buddha's Birthday or Christmas on a
+      // Saturday or Sunday, a day of Seollal on Sunday, two holidays on one day (Children's Day
+      // and Buddha's Birthday in 2025, Chuseok and National Foundation Day in 2028); the local
+      // elections of 2026 and Constitution Day, a holiday again from 2026.
+      {kKrw, D(2026, 3, 2), true},    {kKrw, D(2026, 5, 25), true},
+      {kKrw, D(2026, 10, 5), true},   {kKrw, D(2027, 12, 27), true},
+      {kKrw, D(2023, 5, 29), true},   {kKrw, D(2027, 2, 8), true},
+      {kKrw, D(2025, 5, 6), true},    {kKrw, D(2028, 10, 5), true},
+      {kKrw, D(2026, 6, 3), true},    {kKrw, D(2026, 7, 17), true},
       // The time of day does not matter.
       {kEur, D(2025, 12, 25) + 0.75, true},
       // Outside the calendars' years only a host's dates count.
