@@ -257,6 +257,21 @@ bool KoreanAddedHoliday(const ql::Date& date) {
   return substitutes.count(date) != 0;
 }
 
+// Russia's non-working weekdays in the years whose government decree moving days off is out:
+// the Labour Code's holidays (1 to 8 January, 23 February, 8 March, 1 and 9 May, 12 June,
+// 4 November) and the weekdays off that the decree moved from weekends, in place of the
+// Monday after (decree No. 1335 of 4 October 2024 for 2025, No. 1466 of 24 September 2025 for
+// 2026). The decree for 2027 is not here yet: until it is, the Labour Code's days count, and
+// the two weekdays off it gives for Saturday 2 and Sunday 3 January 2027 are missing.
+const std::map<int, std::set<int>> kRussianDaysOff = {
+    {2025,
+     {20250101, 20250102, 20250103, 20250106, 20250107, 20250108, 20250501, 20250502, 20250508,
+      20250509, 20250612, 20250613, 20251103, 20251104, 20251231}},
+    {2026,
+     {20260101, 20260102, 20260105, 20260106, 20260107, 20260108, 20260109, 20260223, 20260309,
+      20260501, 20260511, 20260612, 20261104, 20261231}},
+};
+
 // Holidays made or abolished by law after our QuantLib's calendars were written, and those
 // declared year by year that they miss: true or false where the law now says otherwise than
 // the calendar, else no answer.
@@ -274,10 +289,15 @@ std::optional<bool> LawChange(const std::string& code, const ql::Date& date) {
     return false;
   if (code == "PLN" && year >= 2025 && date.month() == ql::December && date.dayOfMonth() == 24)
     return true;  // Christmas Eve, a holiday from 2025
+  const int ymd = year * 10000 + date.month() * 100 + date.dayOfMonth();
+  if (code == "RUB") {
+    auto decreed = kRussianDaysOff.find(year);
+    if (decreed != kRussianDaysOff.end()) return decreed->second.count(ymd) != 0;
+    // The New Year holidays run to 8 January; the calendar stops at 5 (and Christmas, 7).
+    if (year >= 2013 && date.month() == ql::January && date.dayOfMonth() <= 8) return true;
+  }
   auto declared = DeclaredHolidays().find(code);
-  if (declared != DeclaredHolidays().end() &&
-      declared->second.count(year * 10000 + date.month() * 100 + date.dayOfMonth()) != 0)
-    return true;
+  if (declared != DeclaredHolidays().end() && declared->second.count(ymd) != 0) return true;
   return std::nullopt;
 }
 

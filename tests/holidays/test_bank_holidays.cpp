@@ -18,7 +18,7 @@ class BankHolidaysTest : public ::testing::Test {
  protected:
   static constexpr Long kEur = 1, kUsd = 2, kGbp = 3, kJpy = 4, kChf = 5, kIls = 6, kSar = 7;
   static constexpr Long kHkd = 8, kCnh = 9, kCny = 10, kSgd = 11, kIdr = 12, kTwd = 13;
-  static constexpr Long kBrl = 14, kKrw = 15;
+  static constexpr Long kBrl = 14, kKrw = 15, kRub = 16;
   static constexpr Long kUnknown = 99;
   BankHolidaysTest() {
     const std::pair<Long, const char*> codes[] = {{kEur, "EUR"}, {kUsd, "usd"}, {kGbp, "GBP"},
@@ -26,7 +26,8 @@ class BankHolidaysTest : public ::testing::Test {
                                                   {kSar, "SAR"}, {kHkd, "HKD"}, {kCnh, "CNH"},
                                                   {kCny, "CNY"}, {kSgd, "SGD"},
                                                   {kIdr, "IDR"}, {kTwd, "TWD"},
-                                                  {kBrl, "BRL"}, {kKrw, "KRW"}};
+                                                  {kBrl, "BRL"}, {kKrw, "KRW"},
+                                                  {kRub, "RUB"}};
     for (const auto& [id, code] : codes) EXPECT_TRUE(library.setCurrency(id, code)) << code;
   }
   bool Holiday(Long instrument, Date date) { return library.IsValueDateABankHol(instrument, date); }
@@ -89,6 +90,11 @@ TEST_F(BankHolidaysTest, CalendarsPerCurrency) {
       {kKrw, D(2023, 5, 29), true},   {kKrw, D(2027, 2, 8), true},
       {kKrw, D(2025, 5, 6), true},    {kKrw, D(2028, 10, 5), true},
       {kKrw, D(2026, 6, 3), true},    {kKrw, D(2026, 7, 17), true},
+      // Russia's New Year holidays to 8 January, and the days off the government moved: in
+      // 2025 the Saturday 8 March went to Friday 13 June, not to the Monday after.
+      {kRub, D(2026, 1, 8), true},    {kRub, D(2027, 1, 6), true},
+      {kRub, D(2026, 1, 9), true},    {kRub, D(2026, 12, 31), true},
+      {kRub, D(2025, 6, 13), true},   {kRub, D(2025, 3, 10), false},
       // The time of day does not matter.
       {kEur, D(2025, 12, 25) + 0.75, true},
       // Outside the calendars' years only a host's dates count.
