@@ -81,8 +81,8 @@ ql::Date EasterSunday(int year) {
 // the governments and central banks published (Hong Kong's gazette, China's State Council,
 // Singapore's Ministry of Manpower, New Zealand's Act, the Saudi Central Bank, Indonesia's
 // joint ministerial decree and Bank Indonesia, Taiwan's Directorate-General of Personnel
-// Administration, Korea's Ministry of Personnel Management). A year not yet published is not
-// here, or only with the days its law already fixes, as said where it is.
+// Administration, Korea's Ministry of Personnel Management, the Bank of Thailand). A year not
+// yet published is not here, or only with the days its law already fixes, as said where it is.
 const std::map<std::string, std::set<int>>& DeclaredHolidays() {
   // In 2027 the second day of the Lunar New Year is a Sunday, so the fourth day (9 February)
   // is the holiday instead, and the first weekday after Christmas is Monday 27 December.
@@ -144,6 +144,11 @@ const std::map<std::string, std::set<int>>& DeclaredHolidays() {
         20260501, 20260515, 20260527, 20260528, 20260601, 20260616, 20260825,  //
         20270105, 20270205, 20270308, 20270309, 20270310, 20270311, 20270312, 20270315,
         20270325, 20270517, 20270518, 20270519, 20270520, 20270601}},
+      // The Bank of Thailand's financial institutions' holidays that the calendar misses: in
+      // 2026 the extra New Year holiday of 2 January, Makha Bucha, Coronation Day, the Monday
+      // for Visakha Bucha on Sunday 31 May, the Queen's Birthday, Asarnha Bucha and
+      // Chulalongkorn Day. The list for 2027 is not here yet.
+      {"THB", {20260102, 20260303, 20260504, 20260601, 20260603, 20260729, 20261023}},
       // Founding Day and the Eid holidays: the banks' as the Saudi Central Bank declared them
       // for 2024 and 2025, its RTGS's from 2026 (the banks close a day or two longer). A
       // holiday on a Sunday is the ticket's to judge.

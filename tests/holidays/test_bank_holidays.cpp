@@ -18,7 +18,7 @@ class BankHolidaysTest : public ::testing::Test {
  protected:
   static constexpr Long kEur = 1, kUsd = 2, kGbp = 3, kJpy = 4, kChf = 5, kIls = 6, kSar = 7;
   static constexpr Long kHkd = 8, kCnh = 9, kCny = 10, kSgd = 11, kIdr = 12, kTwd = 13;
-  static constexpr Long kBrl = 14, kKrw = 15, kRub = 16;
+  static constexpr Long kBrl = 14, kKrw = 15, kRub = 16, kThb = 17;
   static constexpr Long kUnknown = 99;
   BankHolidaysTest() {
     const std::pair<Long, const char*> codes[] = {{kEur, "EUR"}, {kUsd, "usd"}, {kGbp, "GBP"},
@@ -27,7 +27,7 @@ class BankHolidaysTest : public ::testing::Test {
                                                   {kCny, "CNY"}, {kSgd, "SGD"},
                                                   {kIdr, "IDR"}, {kTwd, "TWD"},
                                                   {kBrl, "BRL"}, {kKrw, "KRW"},
-                                                  {kRub, "RUB"}};
+                                                  {kRub, "RUB"}, {kThb, "THB"}};
     for (const auto& [id, code] : codes) EXPECT_TRUE(library.setCurrency(id, code)) << code;
   }
   bool Holiday(Long instrument, Date date) { return library.IsValueDateABankHol(instrument, date); }
@@ -95,6 +95,9 @@ TEST_F(BankHolidaysTest, CalendarsPerCurrency) {
       {kRub, D(2026, 1, 8), true},    {kRub, D(2027, 1, 6), true},
       {kRub, D(2026, 1, 9), true},    {kRub, D(2026, 12, 31), true},
       {kRub, D(2025, 6, 13), true},   {kRub, D(2025, 3, 10), false},
+      // Thailand's Buddhist holidays of 2026, and the Monday for Visakha Bucha on a Sunday.
+      {kThb, D(2026, 3, 3), true},    {kThb, D(2026, 6, 1), true},
+      {kThb, D(2026, 7, 29), true},   {kThb, D(2026, 10, 23), true},
       // The time of day does not matter.
       {kEur, D(2025, 12, 25) + 0.75, true},
       // Outside the calendars' years only a host's dates count.
