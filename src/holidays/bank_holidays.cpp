@@ -118,6 +118,9 @@ const std::map<std::string, std::set<int>>& DeclaredHolidays() {
       // year's last business day, but the banks stay open, so that day is left to a host's own
       // dates.
       {"KRW", {20231002, 20240410, 20241001, 20250127, 20250603, 20260603}},
+      // Shavuot on a Friday: Fridays settle since January 2026, and the calendar, which still
+      // counts Friday a weekend day, shows no holiday on one.
+      {"ILS", {20260522, 20270611}},
       // Matariki, on the Fridays the Act fixes.
       {"NZD",
        {20220624, 20230714, 20240628, 20250620, 20260710, 20270625, 20280714, 20290706,
@@ -282,6 +285,9 @@ const std::map<int, std::set<int>> kRussianDaysOff = {
 // the calendar, else no answer.
 std::optional<bool> LawChange(const std::string& code, const ql::Date& date) {
   const int year = date.year();
+  const int ymd = year * 10000 + date.month() * 100 + date.dayOfMonth();
+  auto declared = DeclaredHolidays().find(code);
+  if (declared != DeclaredHolidays().end() && declared->second.count(ymd) != 0) return true;
   if (code == "BRL" && year >= 2024 && date.month() == ql::November && date.dayOfMonth() == 20)
     return true;  // Black Consciousness Day, a national holiday from 2024 (Law 14.759/2023)
   if (code == "KRW" && KoreanAddedHoliday(date)) return true;
@@ -289,20 +295,18 @@ std::optional<bool> LawChange(const std::string& code, const ql::Date& date) {
     return false;  // Great Prayer Day, abolished from 2024
   // Israel's markets work Monday to Friday from 5 January 2026: a Friday since then settles
   // (and Sunday, which the calendar still counts a business day, is a weekend day the ticket
-  // refuses itself).
+  // refuses itself), save the holidays declared above, which the calendar cannot tell on its
+  // Friday weekend.
   if (code == "ILS" && date.weekday() == ql::Friday && date >= ql::Date(5, ql::January, 2026))
     return false;
   if (code == "PLN" && year >= 2025 && date.month() == ql::December && date.dayOfMonth() == 24)
     return true;  // Christmas Eve, a holiday from 2025
-  const int ymd = year * 10000 + date.month() * 100 + date.dayOfMonth();
   if (code == "RUB") {
     auto decreed = kRussianDaysOff.find(year);
     if (decreed != kRussianDaysOff.end()) return decreed->second.count(ymd) != 0;
     // The New Year holidays run to 8 January; the calendar stops at 5 (and Christmas, 7).
     if (year >= 2013 && date.month() == ql::January && date.dayOfMonth() <= 8) return true;
   }
-  auto declared = DeclaredHolidays().find(code);
-  if (declared != DeclaredHolidays().end() && declared->second.count(ymd) != 0) return true;
   return std::nullopt;
 }
 

@@ -48,6 +48,7 @@ TEST_F(BankHolidaysTest, CalendarsPerCurrency) {
       {kEur, D(2025, 12, 27), false}, {kIls, D(2025, 6, 6), true}, {kSar, D(2025, 6, 6), true},
       {kIls, D(2025, 6, 5), false},   {kIls, D(2025, 6, 8), false},
       {kIls, D(2026, 1, 2), true},    {kIls, D(2026, 1, 9), false}, {kSar, D(2026, 1, 9), true},
+      {kIls, D(2026, 5, 22), true},  // Shavuot, on a Friday
       // Holidays declared year by year that the calendars' lists miss, and the days next to
       // them: the Lunar New Year, Hong Kong's day after Easter Monday (Ching Ming on a Sunday),
       // China's holiday weeks, Singapore's Hari Raya Puasa and Deepavali on a Sunday, Saudi
