@@ -196,21 +196,17 @@ ql::Date FromYmd(int ymd) {
   return ql::Date(ymd % 100, static_cast<ql::Month>(ymd / 100 % 100), ymd / 10000);
 }
 
-// Whether a weekday is a Korean holiday that our QuantLib's calendar misses: Constitution Day,
-// a holiday again from 2026, and the substitute days of the Regulation on Holidays of
-// Government Offices. A day of Seollal or Chuseok that falls on a Sunday or on another holiday
-// gives the first day after the three that is no holiday; Samiljeol, Constitution,
-// Liberation, National Foundation and Hangul Days, Children's Day, Buddha's Birthday and
-// Christmas give the first day after them that is no holiday when they fall on a Saturday, a
-// Sunday or another holiday. A day bearing two holidays gives one substitute (Children's Day
-// and Buddha's Birthday on 5 May 2025 gave 6 May). Only the years of the lunar table count;
-// our QuantLib's own lunar holidays end with it, in 2032.
-bool KoreanAddedHoliday(const ql::Date& date) {
-  const int year = date.year();
-  auto lunar = kKoreanLunarYears.find(year);
-  if (lunar == kKoreanLunarYears.end()) return false;
+// The weekdays of a year of the lunar table that are Korean holidays our QuantLib's calendar
+// misses: Constitution Day, a holiday again from 2026, and the substitute days of the
+// Regulation on Holidays of Government Offices. A day of Seollal or Chuseok that falls on a
+// Sunday or on another holiday gives the first day after the three that is no holiday;
+// Samiljeol, Constitution, Liberation, National Foundation and Hangul Days, Children's Day,
+// Buddha's Birthday and Christmas give the first day after them that is no holiday when they
+// fall on a Saturday, a Sunday or another holiday. A day bearing two holidays gives one
+// substitute (Children's Day and Buddha's Birthday on 5 May 2025 gave 6 May). Only the years of
+// the lunar table count; our QuantLib's own lunar holidays end with it, in 2032.
+std::set<ql::Date> KoreanAddedDays(int year, const KoreanLunarYear& lunar) {
   const bool constitutionDay = year >= 2026;
-  if (constitutionDay && date == ql::Date(17, ql::July, year)) return true;
 
   // Each holiday of the year: its day, whether a Saturday gives a substitute, and the day the
   // substitute comes after (the last of the three for Seollal and Chuseok).
@@ -233,9 +229,9 @@ bool KoreanAddedHoliday(const ql::Date& date) {
   fixed(3, ql::October, true);
   fixed(9, ql::October, true);
   fixed(25, ql::December, true);
-  const ql::Date buddha = FromYmd(lunar->second.buddhasBirthday);
+  const ql::Date buddha = FromYmd(lunar.buddhasBirthday);
   holidays.push_back({buddha, true, buddha});
-  for (int middle : {lunar->second.seollal, lunar->second.chuseok})
+  for (int middle : {lunar.seollal, lunar.chuseok})
     for (int offset = -1; offset <= 1; ++offset)
       holidays.push_back({FromYmd(middle) + offset, false, FromYmd(middle) + 1});
 
@@ -262,7 +258,19 @@ bool KoreanAddedHoliday(const ql::Date& date) {
     while (isHoliday(next)) ++next;
     substitutes.insert(next);
   }
-  return substitutes.count(date) != 0;
+  if (constitutionDay) substitutes.insert(ql::Date(17, ql::July, year));
+  return substitutes;
+}
+
+bool KoreanAddedHoliday(const ql::Date& date) {
+  // Worked out once for every year of the table: a value date's search asks day by day.
+  static const std::map<int, std::set<ql::Date>> added = [] {
+    std::map<int, std::set<ql::Date>> years;
+    for (const auto& [year, lunar] : kKoreanLunarYears) years[year] = KoreanAddedDays(year, lunar);
+    return years;
+  }();
+  auto year = added.find(date.year());
+  return year != added.end() && year->second.count(date) != 0;
 }
 
 // Russia's non-working weekdays in the years whose government decree moving days off is out:
