@@ -81,8 +81,9 @@ ql::Date EasterSunday(int year) {
 // the governments and central banks published (Hong Kong's gazette, China's State Council,
 // Singapore's Ministry of Manpower, New Zealand's Act, the Saudi Central Bank, Indonesia's
 // joint ministerial decree and Bank Indonesia, Taiwan's Directorate-General of Personnel
-// Administration, Korea's Ministry of Personnel Management, the Bank of Thailand). A year not
-// yet published is not here, or only with the days its law already fixes, as said where it is.
+// Administration, Korea's Ministry of Personnel Management, the Bank of Thailand), and for INR
+// the National Stock Exchange's. A year not yet published is not here, or only with the days
+// its law already fixes, as said where it is.
 const std::map<std::string, std::set<int>>& DeclaredHolidays() {
   // In 2027 the second day of the Lunar New Year is a Sunday, so the fourth day (9 February)
   // is the holiday instead, and the first weekday after Christmas is Monday 27 December.
@@ -147,6 +148,26 @@ const std::map<std::string, std::set<int>>& DeclaredHolidays() {
         20260501, 20260515, 20260527, 20260528, 20260601, 20260616, 20260825,  //
         20270105, 20270205, 20270308, 20270309, 20270310, 20270311, 20270312, 20270315,
         20270325, 20270517, 20270518, 20270519, 20270520, 20270601}},
+      // The trading holidays of the National Stock Exchange, from its annual circulars and the
+      // closures it declared later (the Ram temple consecration on 22 January 2024, the
+      // elections in Mumbai on 20 May and 20 November 2024, the municipal elections on
+      // 15 January 2026) and the Bakri Id it moved to 29 June 2023. The calendar's lists of
+      // festivals end in 2020; only the weekdays it misses are here, not Republic Day, Good
+      // Friday, Ambedkar Jayanti, 1 May, 15 August, 2 October or Christmas. Diwali Laxmi Pujan
+      // counts though the exchange trades an evening hour on it; days on which only the banks
+      // or the clearing close (Gudhi Padwa, 1 April) are left out. The list for 2027 is not
+      // out yet.
+      {"INR",
+       {20210311, 20210329, 20210421, 20210513, 20210721, 20210819, 20210910, 20211015,
+        20211104, 20211105, 20211119,  //
+        20220301, 20220318, 20220503, 20220809, 20220831, 20221005, 20221024, 20221026,
+        20221108,  //
+        20230307, 20230330, 20230404, 20230629, 20230919, 20231024, 20231114, 20231127,  //
+        20240122, 20240308, 20240325, 20240411, 20240417, 20240520, 20240617, 20240717,
+        20241101, 20241115, 20241120,  //
+        20250226, 20250314, 20250331, 20250410, 20250827, 20251021, 20251022, 20251105,  //
+        20260115, 20260303, 20260326, 20260331, 20260528, 20260626, 20260914, 20261020,
+        20261110, 20261124}},
       // The Bank of Thailand's financial institutions' holidays that the calendar misses: in
       // 2026 the extra New Year holiday of 2 January, Makha Bucha, Coronation Day, the Monday
       // for Visakha Bucha on Sunday 31 May, the Queen's Birthday, Asarnha Bucha and

@@ -18,7 +18,7 @@ class BankHolidaysTest : public ::testing::Test {
  protected:
   static constexpr Long kEur = 1, kUsd = 2, kGbp = 3, kJpy = 4, kChf = 5, kIls = 6, kSar = 7;
   static constexpr Long kHkd = 8, kCnh = 9, kCny = 10, kSgd = 11, kIdr = 12, kTwd = 13;
-  static constexpr Long kBrl = 14, kKrw = 15, kRub = 16, kThb = 17;
+  static constexpr Long kBrl = 14, kKrw = 15, kRub = 16, kThb = 17, kInr = 18;
   static constexpr Long kUnknown = 99;
   BankHolidaysTest() {
     const std::pair<Long, const char*> codes[] = {{kEur, "EUR"}, {kUsd, "usd"}, {kGbp, "GBP"},
@@ -27,7 +27,8 @@ class BankHolidaysTest : public ::testing::Test {
                                                   {kCny, "CNY"}, {kSgd, "SGD"},
                                                   {kIdr, "IDR"}, {kTwd, "TWD"},
                                                   {kBrl, "BRL"}, {kKrw, "KRW"},
-                                                  {kRub, "RUB"}, {kThb, "THB"}};
+                                                  {kRub, "RUB"}, {kThb, "THB"},
+                                                  {kInr, "INR"}};
     for (const auto& [id, code] : codes) EXPECT_TRUE(library.setCurrency(id, code)) << code;
   }
   bool Holiday(Long instrument, Date date) { return library.IsValueDateABankHol(instrument, date); }
@@ -99,6 +100,14 @@ TEST_F(BankHolidaysTest, CalendarsPerCurrency) {
       // Thailand's Buddhist holidays of 2026, and the Monday for Visakha Bucha on a Sunday.
       {kThb, D(2026, 3, 3), true},    {kThb, D(2026, 6, 1), true},
       {kThb, D(2026, 7, 29), true},   {kThb, D(2026, 10, 23), true},
+      // India's exchange holidays after the calendar's lists end: Diwali (Laxmi Pujan and
+      // Balipratipada, the day between them open), Bakri Id moved to 29 June 2023, the
+      // elections of 20 November 2024 and 15 January 2026, Guru Nanak Jayanti.
+      {kInr, D(2021, 11, 4), true},   {kInr, D(2022, 10, 26), true},
+      {kInr, D(2022, 10, 25), false}, {kInr, D(2023, 6, 29), true},
+      {kInr, D(2023, 6, 28), false},  {kInr, D(2024, 11, 20), true},
+      {kInr, D(2025, 10, 21), true},  {kInr, D(2026, 1, 15), true},
+      {kInr, D(2026, 11, 24), true},  {kInr, D(2026, 11, 25), false},
       // The time of day does not matter.
       {kEur, D(2025, 12, 25) + 0.75, true},
       // Outside the calendars' years only a host's dates count.
