@@ -93,6 +93,19 @@ const std::map<std::string, std::set<int>>& DeclaredHolidays() {
       20260217, 20260218, 20260219, 20260407, 20260525, 20260619, 20261019,  //
       20270208, 20270209, 20270405, 20270513, 20270609, 20270916, 20271008, 20271227};
   static const std::map<std::string, std::set<int>> declared = {
+      // The movable national holidays on the Mondays Law 27.399 moves them to (Güemes to
+      // 15 June and National Sovereignty Day to 23 November in 2026; Güemes to 21 June, San
+      // Martín to 16 August and Cultural Diversity Day to 11 October in 2027), and the days off
+      // for tourism that the Chief of Cabinet's Resolution 164/2025 set for 2026 (23 March,
+      // 10 July, 7 December), on which the banks and the exchange market close. National
+      // Sovereignty Day 2027 falls on Saturday 20 November, and since Decree 614/2025 the Chief
+      // of Cabinet may move such a day to the Friday before or the Monday after; nor are the
+      // days off for tourism of 2027 out yet. Both are left out until they are. (The calendar
+      // itself puts Güemes and San Martín on the third Mondays of June and August, as the law
+      // before 2011 and 2017 did; in 2026 and 2027 those are the same Mondays.)
+      {"ARS",
+       {20260323, 20260615, 20260710, 20261123, 20261207,  //
+        20270621, 20270816, 20271011}},
       // Offshore renminbi settles on Hong Kong's days.
       {"CNH", hongKong},
       {"HKD", hongKong},
@@ -309,6 +322,21 @@ const std::map<int, std::set<int>> kRussianDaysOff = {
       20260501, 20260511, 20260612, 20261104, 20261231}},
 };
 
+// Argentina's bank holidays that our QuantLib's calendar, the Buenos Aires exchange's, misses
+// in every year: the national holidays Law 27.399 keeps on their day (Carnival Monday and
+// Tuesday, 24 March, 2 April, 20 June, Christmas) and Bankers' Day, 6 November, on which the
+// banks close under their collective agreement and neither the clearing houses nor the
+// exchange market work. Holy Thursday, a day off, and Christmas Eve and New Year's Eve, on
+// which the central bank gives its staff the day off every year and the banks follow, are
+// the calendar's already. Reckoned from 2026: earlier years keep the calendar's answer.
+bool ArgentineFixedHoliday(const ql::Date& date) {
+  const ql::Date easter = EasterSunday(date.year());
+  if (date == easter - 48 || date == easter - 47) return true;
+  const int monthDay = date.month() * 100 + date.dayOfMonth();
+  return monthDay == 324 || monthDay == 402 || monthDay == 620 || monthDay == 1106 ||
+         monthDay == 1225;
+}
+
 // Holidays made or abolished by law after our QuantLib's calendars were written, and those
 // declared year by year that they miss: true or false where the law now says otherwise than
 // the calendar, else no answer.
@@ -336,6 +364,7 @@ std::optional<bool> LawChange(const std::string& code, const ql::Date& date) {
     // The New Year holidays run to 8 January; the calendar stops at 5 (and Christmas, 7).
     if (year >= 2013 && date.month() == ql::January && date.dayOfMonth() <= 8) return true;
   }
+  if (code == "ARS" && year >= 2026 && ArgentineFixedHoliday(date)) return true;
   return std::nullopt;
 }
 

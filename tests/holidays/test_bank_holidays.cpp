@@ -18,7 +18,7 @@ class BankHolidaysTest : public ::testing::Test {
  protected:
   static constexpr Long kEur = 1, kUsd = 2, kGbp = 3, kJpy = 4, kChf = 5, kIls = 6, kSar = 7;
   static constexpr Long kHkd = 8, kCnh = 9, kCny = 10, kSgd = 11, kIdr = 12, kTwd = 13;
-  static constexpr Long kBrl = 14, kKrw = 15, kRub = 16, kThb = 17, kInr = 18;
+  static constexpr Long kBrl = 14, kKrw = 15, kRub = 16, kThb = 17, kInr = 18, kArs = 19;
   static constexpr Long kUnknown = 99;
   BankHolidaysTest() {
     const std::pair<Long, const char*> codes[] = {{kEur, "EUR"}, {kUsd, "usd"}, {kGbp, "GBP"},
@@ -28,7 +28,7 @@ class BankHolidaysTest : public ::testing::Test {
                                                   {kIdr, "IDR"}, {kTwd, "TWD"},
                                                   {kBrl, "BRL"}, {kKrw, "KRW"},
                                                   {kRub, "RUB"}, {kThb, "THB"},
-                                                  {kInr, "INR"}};
+                                                  {kInr, "INR"}, {kArs, "ARS"}};
     for (const auto& [id, code] : codes) EXPECT_TRUE(library.setCurrency(id, code)) << code;
   }
   bool Holiday(Long instrument, Date date) { return library.IsValueDateABankHol(instrument, date); }
@@ -108,6 +108,13 @@ TEST_F(BankHolidaysTest, CalendarsPerCurrency) {
       {kInr, D(2023, 6, 28), false},  {kInr, D(2024, 11, 20), true},
       {kInr, D(2025, 10, 21), true},  {kInr, D(2026, 1, 15), true},
       {kInr, D(2026, 11, 24), true},  {kInr, D(2026, 11, 25), false},
+      // Argentina's national holidays the exchange's calendar lacks: Christmas, Carnival,
+      // 24 March, Malvinas on a Friday, Flag Day, Bankers' Day; National Sovereignty Day on
+      // the Monday after, and a day off for tourism.
+      {kArs, D(2026, 12, 25), true},  {kArs, D(2027, 2, 9), true},
+      {kArs, D(2027, 3, 24), true},   {kArs, D(2027, 4, 2), true},
+      {kArs, D(2028, 6, 20), true},   {kArs, D(2028, 11, 6), true},
+      {kArs, D(2026, 11, 23), true},  {kArs, D(2026, 12, 7), true},
       // The time of day does not matter.
       {kEur, D(2025, 12, 25) + 0.75, true},
       // Outside the calendars' years only a host's dates count.
