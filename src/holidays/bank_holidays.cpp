@@ -365,6 +365,11 @@ std::optional<bool> LawChange(const std::string& code, const ql::Date& date) {
     if (year >= 2013 && date.month() == ql::January && date.dayOfMonth() <= 8) return true;
   }
   if (code == "ARS" && year >= 2026 && ArgentineFixedHoliday(date)) return true;
+  // Chile's banks close on 31 December and it is no bank business day: bills falling due then
+  // are paid the day after. The Fintech Law's rules dropped the day in August 2025, and Law
+  // 21.791 of December 2025 brought it back.
+  if (code == "CLP" && year >= 2025 && date.month() == ql::December && date.dayOfMonth() == 31)
+    return true;
   return std::nullopt;
 }
 
