@@ -109,6 +109,12 @@ const std::map<std::string, std::set<int>>& DeclaredHolidays() {
       // Offshore renminbi settles on Hong Kong's days.
       {"CNH", hongKong},
       {"HKD", hongKong},
+      // The weekdays Hungary's yearly decree on the working order around holidays makes rest
+      // days, each worked on a Saturday instead; the MNB's payment systems follow the decree,
+      // and the Saturdays worked are the ticket's to judge. For 2026 (decree 10/2025 (IV. 30.)
+      // NGM): Friday 2 January, Friday 21 August and Thursday 24 December, which the Labour
+      // Code itself does not make a holiday. The decree for 2027 is not here yet.
+      {"HUF", {20260102, 20260821, 20261224}},
       // The interbank market closes for the State Council's holiday weeks; the Saturdays and
       // Sundays it works instead are the ticket's to judge. For 2027 the State Council has not
       // yet published its weeks: only the weekdays the holiday regulations fix are here (Lunar
