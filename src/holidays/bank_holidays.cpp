@@ -376,6 +376,13 @@ std::optional<bool> LawChange(const std::string& code, const ql::Date& date) {
   // 21.791 of December 2025 brought it back.
   if (code == "CLP" && year >= 2025 && date.month() == ql::December && date.dayOfMonth() == 31)
     return true;
+  // Ukraine has been under martial law since 24 February 2022, and while it lasts the Labour
+  // Code's public holidays are working days. The National Bank's payment system runs every day
+  // around the clock, and the foreign exchange market worked on New Year's Day 2026 as on any
+  // other day, so no weekday is a UAH holiday. When martial law ends the holidays come back as
+  // amended in 2023 (Christmas on 25 December rather than 7 January, Defenders' Day on
+  // 1 October rather than 14 October), and belong here then.
+  if (code == "UAH" && year >= 2023) return false;
   return std::nullopt;
 }
 
