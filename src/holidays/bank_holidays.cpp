@@ -383,6 +383,12 @@ std::optional<bool> LawChange(const std::string& code, const ql::Date& date) {
   // amended in 2023 (Christmas on 25 December rather than 7 January, Defenders' Day on
   // 1 October rather than 14 October), and belong here then.
   if (code == "UAH" && year >= 2023) return false;
+  // The Ramadan Bayram of 2027 runs from Tuesday 9 to Thursday 11 March by the Diyanet's
+  // calendar, a day before the calendar's 10 to 12 March; its eve, Monday 8 March, is a half
+  // day, and settles.
+  if (code == "TRY" && year == 2027 && date.month() == ql::March && date.dayOfMonth() >= 9 &&
+      date.dayOfMonth() <= 12)
+    return date.dayOfMonth() <= 11;
   return std::nullopt;
 }
 

@@ -18,7 +18,7 @@ class BankHolidaysTest : public ::testing::Test {
  protected:
   static constexpr Long kEur = 1, kUsd = 2, kGbp = 3, kJpy = 4, kChf = 5, kIls = 6, kSar = 7;
   static constexpr Long kHkd = 8, kCnh = 9, kCny = 10, kSgd = 11, kIdr = 12, kTwd = 13;
-  static constexpr Long kBrl = 14, kKrw = 15, kRub = 16, kThb = 17, kInr = 18, kArs = 19, kClp = 20, kHuf = 21, kUah = 22;
+  static constexpr Long kBrl = 14, kKrw = 15, kRub = 16, kThb = 17, kInr = 18, kArs = 19, kClp = 20, kHuf = 21, kUah = 22, kTry = 23;
   static constexpr Long kUnknown = 99;
   BankHolidaysTest() {
     const std::pair<Long, const char*> codes[] = {{kEur, "EUR"}, {kUsd, "usd"}, {kGbp, "GBP"},
@@ -30,7 +30,7 @@ class BankHolidaysTest : public ::testing::Test {
                                                   {kRub, "RUB"}, {kThb, "THB"},
                                                   {kInr, "INR"}, {kArs, "ARS"},
                                                   {kClp, "CLP"}, {kHuf, "HUF"},
-                                                  {kUah, "UAH"}};
+                                                  {kUah, "UAH"}, {kTry, "TRY"}};
     for (const auto& [id, code] : codes) EXPECT_TRUE(library.setCurrency(id, code)) << code;
   }
   bool Holiday(Long instrument, Date date) { return library.IsValueDateABankHol(instrument, date); }
@@ -123,6 +123,8 @@ TEST_F(BankHolidaysTest, CalendarsPerCurrency) {
       {kHuf, D(2026, 8, 21), true},   {kHuf, D(2026, 12, 24), true},
       // Ukraine's holidays are working days under martial law.
       {kUah, D(2027, 1, 7), false},   {kUah, D(2027, 8, 24), false},
+      // Turkey's Ramadan Bayram of 2027, from Tuesday 9 to Thursday 11 March.
+      {kTry, D(2027, 3, 9), true},    {kTry, D(2027, 3, 12), false},
       // The time of day does not matter.
       {kEur, D(2025, 12, 25) + 0.75, true},
       // Outside the calendars' years only a host's dates count.
