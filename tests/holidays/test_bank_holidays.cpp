@@ -18,7 +18,8 @@ class BankHolidaysTest : public ::testing::Test {
  protected:
   static constexpr Long kEur = 1, kUsd = 2, kGbp = 3, kJpy = 4, kChf = 5, kIls = 6, kSar = 7;
   static constexpr Long kHkd = 8, kCnh = 9, kCny = 10, kSgd = 11, kIdr = 12, kTwd = 13;
-  static constexpr Long kBrl = 14, kKrw = 15, kRub = 16, kThb = 17, kInr = 18, kArs = 19, kClp = 20, kHuf = 21, kUah = 22, kTry = 23;
+  static constexpr Long kBrl = 14, kKrw = 15, kRub = 16, kThb = 17, kInr = 18, kArs = 19;
+  static constexpr Long kClp = 20, kHuf = 21, kUah = 22, kTry = 23;
   static constexpr Long kUnknown = 99;
   BankHolidaysTest() {
     const std::pair<Long, const char*> codes[] = {{kEur, "EUR"}, {kUsd, "usd"}, {kGbp, "GBP"},
