@@ -34,6 +34,8 @@ const std::map<std::string, ql::Calendar>& Calendars() {
       // Offshore renminbi settles in Hong Kong, onshore on the mainland's interbank market.
       {"CNH", ql::HongKong()},
       {"CNY", ql::China(ql::China::IB)},
+      // Colombia's national holidays, on which the banks and the foreign exchange market close.
+      {"COP", ql::WeekendsOnly()},
       {"CZK", ql::CzechRepublic()},
       {"DKK", ql::Denmark()},
       {"EUR", ql::TARGET()},
@@ -49,6 +51,8 @@ const std::map<std::string, ql::Calendar>& Calendars() {
       {"MXN", ql::Mexico()},
       {"NOK", ql::Norway()},
       {"NZD", ql::NewZealand()},
+      // Peru's national holidays, on which the banks close.
+      {"PEN", ql::WeekendsOnly()},
       {"PLN", ql::Poland()},
       {"RON", ql::Romania(ql::Romania::Public)},
       {"RUB", ql::Russia(ql::Russia::Settlement)},
@@ -343,6 +347,42 @@ bool ArgentineFixedHoliday(const ql::Date& date) {
          monthDay == 1225;
 }
 
+// Colombia's national holidays as Law 51 of 1983, the Emiliani law, has them: New Year's Day,
+// Maundy Thursday, Good Friday, Labour Day, 20 July, 7 August, 8 December and Christmas on
+// their day; Epiphany, Saint Joseph, Saints Peter and Paul, the Assumption, the Day of the Race,
+// All Saints and the independence of Cartagena (6 January, 19 March, 29 June, 15 August,
+// 12 October, 1 and 11 November) on the Monday on or after it; and Ascension, Corpus Christi and
+// the Sacred Heart on the Mondays 43, 64 and 71 days after Easter. Reckoned from 2026.
+bool ColombianHoliday(const ql::Date& date) {
+  const ql::Date easter = EasterSunday(date.year());
+  for (int days : {-3, -2, 43, 64, 71})
+    if (date == easter + days) return true;
+  const int monthDay = date.month() * 100 + date.dayOfMonth();
+  for (int fixed : {101, 501, 720, 807, 1208, 1225})
+    if (monthDay == fixed) return true;
+  if (date.weekday() != ql::Monday) return false;
+  for (int moved : {106, 319, 629, 815, 1012, 1101, 1111}) {
+    const ql::Date day(moved % 100, static_cast<ql::Month>(moved / 100), date.year());
+    if (date >= day && date - day < 7) return true;
+  }
+  return false;
+}
+
+// Peru's national holidays, sixteen from 2026: New Year's Day, Maundy Thursday, Good Friday,
+// Labour Day, Flag Day (7 June), Saints Peter and Paul, the Air Force's Day (23 July), the
+// Fiestas Patrias (28 and 29 July), the Battles of Junin (6 August), Angamos (8 October) and
+// Ayacucho (9 December), Saint Rose of Lima, All Saints, the Immaculate Conception and
+// Christmas. Each is kept on its day. The days off the government declares by decree for the
+// public sector are not bank holidays and are not here. Reckoned from 2026.
+bool PeruvianHoliday(const ql::Date& date) {
+  const ql::Date easter = EasterSunday(date.year());
+  if (date == easter - 3 || date == easter - 2) return true;
+  const int monthDay = date.month() * 100 + date.dayOfMonth();
+  for (int fixed : {101, 501, 607, 629, 723, 728, 729, 806, 830, 1008, 1101, 1208, 1209, 1225})
+    if (monthDay == fixed) return true;
+  return false;
+}
+
 // Holidays made or abolished by law after our QuantLib's calendars were written, and those
 // declared year by year that they miss: true or false where the law now says otherwise than
 // the calendar, else no answer.
@@ -371,6 +411,9 @@ std::optional<bool> LawChange(const std::string& code, const ql::Date& date) {
     if (year >= 2013 && date.month() == ql::January && date.dayOfMonth() <= 8) return true;
   }
   if (code == "ARS" && year >= 2026 && ArgentineFixedHoliday(date)) return true;
+  // Colombia and Peru: the calendar counts weekends only, every holiday is reckoned here.
+  if (code == "COP" && year >= 2026) return ColombianHoliday(date);
+  if (code == "PEN" && year >= 2026) return PeruvianHoliday(date);
   // Chile's banks close on 31 December and it is no bank business day: bills falling due then
   // are paid the day after. The Fintech Law's rules dropped the day in August 2025, and Law
   // 21.791 of December 2025 brought it back.

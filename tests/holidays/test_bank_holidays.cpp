@@ -19,7 +19,7 @@ class BankHolidaysTest : public ::testing::Test {
   static constexpr Long kEur = 1, kUsd = 2, kGbp = 3, kJpy = 4, kChf = 5, kIls = 6, kSar = 7;
   static constexpr Long kHkd = 8, kCnh = 9, kCny = 10, kSgd = 11, kIdr = 12, kTwd = 13;
   static constexpr Long kBrl = 14, kKrw = 15, kRub = 16, kThb = 17, kInr = 18, kArs = 19;
-  static constexpr Long kClp = 20, kHuf = 21, kUah = 22, kTry = 23;
+  static constexpr Long kClp = 20, kHuf = 21, kUah = 22, kTry = 23, kCop = 24, kPen = 25;
   static constexpr Long kUnknown = 99;
   BankHolidaysTest() {
     const std::pair<Long, const char*> codes[] = {{kEur, "EUR"}, {kUsd, "usd"}, {kGbp, "GBP"},
@@ -31,7 +31,8 @@ class BankHolidaysTest : public ::testing::Test {
                                                   {kRub, "RUB"}, {kThb, "THB"},
                                                   {kInr, "INR"}, {kArs, "ARS"},
                                                   {kClp, "CLP"}, {kHuf, "HUF"},
-                                                  {kUah, "UAH"}, {kTry, "TRY"}};
+                                                  {kUah, "UAH"}, {kTry, "TRY"},
+                                                  {kCop, "COP"}, {kPen, "PEN"}};
     for (const auto& [id, code] : codes) EXPECT_TRUE(library.setCurrency(id, code)) << code;
   }
   bool Holiday(Long instrument, Date date) { return library.IsValueDateABankHol(instrument, date); }
@@ -126,6 +127,14 @@ TEST_F(BankHolidaysTest, CalendarsPerCurrency) {
       {kUah, D(2027, 1, 7), false},   {kUah, D(2027, 8, 24), false},
       // Turkey's Ramadan Bayram of 2027, from Tuesday 9 to Thursday 11 March.
       {kTry, D(2027, 3, 9), true},    {kTry, D(2027, 3, 12), false},
+      // Colombia: 8 December, and Epiphany, Saint Joseph and Ascension moved to a Monday;
+      // the Thursday of Ascension itself settles.
+      {kCop, D(2026, 12, 8), true},   {kCop, D(2027, 1, 11), true},
+      {kCop, D(2027, 3, 22), true},   {kCop, D(2027, 5, 10), true},
+      {kCop, D(2027, 5, 6), false},
+      // Peru: the Battle of Ayacucho, Flag Day, the Air Force's Day.
+      {kPen, D(2026, 12, 9), true},   {kPen, D(2027, 6, 7), true},
+      {kPen, D(2027, 7, 23), true},
       // The time of day does not matter.
       {kEur, D(2025, 12, 25) + 0.75, true},
       // Outside the calendars' years only a host's dates count.
