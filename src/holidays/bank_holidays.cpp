@@ -402,6 +402,11 @@ std::optional<bool> LawChange(const std::string& code, const ql::Date& date) {
   // Friday weekend.
   if (code == "ILS" && date.weekday() == ql::Friday && date >= ql::Date(5, ql::January, 2026))
     return false;
+  // The Federal Reserve keeps a Saturday holiday on no other day: the Friday before Juneteenth
+  // on a Saturday (18 June 2027) is open, though our QuantLib's calendar closes it.
+  if (code == "USD" && year >= 2022 && date.month() == ql::June && date.dayOfMonth() == 18 &&
+      date.weekday() == ql::Friday)
+    return false;
   if (code == "PLN" && year >= 2025 && date.month() == ql::December && date.dayOfMonth() == 24)
     return true;  // Christmas Eve, a holiday from 2025
   if (code == "RUB") {

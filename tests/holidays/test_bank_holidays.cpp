@@ -46,6 +46,9 @@ TEST_F(BankHolidaysTest, CalendarsPerCurrency) {
       {kUsd, D(2025, 4, 18), false},  // the Fed works on Good Friday
       {kEur, D(2025, 5, 1), true},    {kGbp, D(2025, 5, 1), false},
       {kUsd, D(2025, 11, 27), true},  // Thanksgiving
+      // Juneteenth: the Monday after a Sunday one is a holiday, the Friday before a Saturday
+      // one is not.
+      {kUsd, D(2022, 6, 20), true},   {kUsd, D(2027, 6, 18), false},
       {kJpy, D(2025, 1, 2), true},    {kChf, D(2025, 8, 1), true},
       // Saturday and Sunday are the ticket's business: Saturday 27 December 2025 is no holiday
       // here. Friday, the first day of the weekend in Saudi Arabia, is; in Israel it was until
