@@ -424,6 +424,12 @@ std::optional<bool> LawChange(const std::string& code, const ql::Date& date) {
   // 21.791 of December 2025 brought it back.
   if (code == "CLP" && year >= 2025 && date.month() == ql::December && date.dayOfMonth() == 31)
     return true;
+  // Law 21.357 keeps the National Day of Indigenous Peoples on the day of the winter solstice.
+  // In Chile's time that is 20 June in a leap year and the year after, 21 June in the two years
+  // between, up to 2049; our QuantLib's calendar keeps it on 21 June in every year.
+  if (code == "CLP" && year >= 2026 && year <= 2049 && date.month() == ql::June &&
+      (date.dayOfMonth() == 20 || date.dayOfMonth() == 21))
+    return date.dayOfMonth() == (year % 4 < 2 ? 20 : 21);
   // Ukraine has been under martial law since 24 February 2022, and while it lasts the Labour
   // Code's public holidays are working days. The National Bank's payment system runs every day
   // around the clock, and the foreign exchange market worked on New Year's Day 2026 as on any

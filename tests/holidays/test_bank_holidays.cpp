@@ -122,8 +122,9 @@ TEST_F(BankHolidaysTest, CalendarsPerCurrency) {
       {kArs, D(2027, 3, 24), true},   {kArs, D(2027, 4, 2), true},
       {kArs, D(2028, 6, 20), true},   {kArs, D(2028, 11, 6), true},
       {kArs, D(2026, 11, 23), true},  {kArs, D(2026, 12, 7), true},
-      // Chile's banks' New Year's Eve.
+      // Chile's banks' New Year's Eve, and the Day of Indigenous Peoples on the solstice.
       {kClp, D(2026, 12, 31), true},  {kClp, D(2027, 12, 31), true},
+      {kClp, D(2028, 6, 20), true},   {kClp, D(2028, 6, 21), false},
       // Hungary's rest days of 2026, worked on Saturdays instead.
       {kHuf, D(2026, 8, 21), true},   {kHuf, D(2026, 12, 24), true},
       // Ukraine's holidays are working days under martial law.
