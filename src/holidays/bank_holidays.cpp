@@ -396,6 +396,13 @@ std::optional<bool> LawChange(const std::string& code, const ql::Date& date) {
   if (code == "KRW" && KoreanAddedHoliday(date)) return true;
   if (code == "DKK" && year >= 2024 && date == EasterSunday(year) + 26)
     return false;  // Great Prayer Day, abolished from 2024
+  // Danmarks Nationalbank and the banks close on Christmas Eve, New Year's Eve and the Friday
+  // after Ascension (a bank closing day since 2009), which our QuantLib's calendar counts as
+  // business days.
+  if (code == "DKK" && ((date.month() == ql::December &&
+                         (date.dayOfMonth() == 24 || date.dayOfMonth() == 31)) ||
+                        (year >= 2009 && date == EasterSunday(year) + 40)))
+    return true;
   // Israel's markets work Monday to Friday from 5 January 2026: a Friday since then settles
   // (and Sunday, which the calendar still counts a business day, is a weekend day the ticket
   // refuses itself), save the holidays declared above, which the calendar cannot tell on its
