@@ -414,6 +414,11 @@ std::optional<bool> LawChange(const std::string& code, const ql::Date& date) {
   if (code == "USD" && year >= 2022 && date.month() == ql::June && date.dayOfMonth() == 18 &&
       date.weekday() == ql::Friday)
     return false;
+  // Mexico's Federal Labour Law makes 1 October a rest day every six years, when the President
+  // takes office (2024, 2030, ...), and the banks close on it; our QuantLib's calendar misses it.
+  if (code == "MXN" && year >= 2024 && (year - 2024) % 6 == 0 && date.month() == ql::October &&
+      date.dayOfMonth() == 1)
+    return true;
   if (code == "PLN" && year >= 2025 && date.month() == ql::December && date.dayOfMonth() == 24)
     return true;  // Christmas Eve, a holiday from 2025
   if (code == "RUB") {

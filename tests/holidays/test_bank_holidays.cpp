@@ -20,7 +20,7 @@ class BankHolidaysTest : public ::testing::Test {
   static constexpr Long kHkd = 8, kCnh = 9, kCny = 10, kSgd = 11, kIdr = 12, kTwd = 13;
   static constexpr Long kBrl = 14, kKrw = 15, kRub = 16, kThb = 17, kInr = 18, kArs = 19;
   static constexpr Long kClp = 20, kHuf = 21, kUah = 22, kTry = 23, kCop = 24, kPen = 25;
-  static constexpr Long kDkk = 26;
+  static constexpr Long kDkk = 26, kMxn = 27;
   static constexpr Long kUnknown = 99;
   BankHolidaysTest() {
     const std::pair<Long, const char*> codes[] = {{kEur, "EUR"}, {kUsd, "usd"}, {kGbp, "GBP"},
@@ -34,7 +34,7 @@ class BankHolidaysTest : public ::testing::Test {
                                                   {kClp, "CLP"}, {kHuf, "HUF"},
                                                   {kUah, "UAH"}, {kTry, "TRY"},
                                                   {kCop, "COP"}, {kPen, "PEN"},
-                                                  {kDkk, "DKK"}};
+                                                  {kDkk, "DKK"}, {kMxn, "MXN"}};
     for (const auto& [id, code] : codes) EXPECT_TRUE(library.setCurrency(id, code)) << code;
   }
   bool Holiday(Long instrument, Date date) { return library.IsValueDateABankHol(instrument, date); }
@@ -127,6 +127,8 @@ TEST_F(BankHolidaysTest, CalendarsPerCurrency) {
       // Denmark's bank closing days: Christmas Eve, New Year's Eve, the Friday after Ascension.
       {kDkk, D(2026, 12, 24), true},  {kDkk, D(2026, 12, 31), true},
       {kDkk, D(2027, 5, 7), true},
+      // Mexico's inauguration day, every six years.
+      {kMxn, D(2030, 10, 1), true},
       // Chile's banks' New Year's Eve, and the Day of Indigenous Peoples on the solstice.
       {kClp, D(2026, 12, 31), true},  {kClp, D(2027, 12, 31), true},
       {kClp, D(2028, 6, 20), true},   {kClp, D(2028, 6, 21), false},
