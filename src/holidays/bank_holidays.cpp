@@ -8,6 +8,7 @@
 #include <map>
 #include <optional>
 #include <set>
+#include <utility>
 #include <vector>
 
 #include <ql/errors.hpp>
@@ -383,6 +384,23 @@ bool PeruvianHoliday(const ql::Date& date) {
   return false;
 }
 
+// Thailand's royal holidays on fixed dates, which the Bank of Thailand gives financial
+// institutions every year: Coronation Day (4 May) and Queen Suthida's Birthday (3 June), both
+// since 2019, and Chulalongkorn Day (23 October). One on a Saturday or Sunday gives the Monday
+// after, as the Cabinet's rule on substitute days has it. Our QuantLib's calendar lists them
+// only for the years it lists; the Buddhist holidays follow the lunar calendar and wait for the
+// Bank of Thailand's list.
+bool ThaiRoyalHoliday(const ql::Date& date) {
+  for (auto [day, month] : {std::pair{4, ql::May}, {3, ql::June}, {23, ql::October}}) {
+    const ql::Date holiday(day, month, date.year());
+    if (date == holiday) return true;
+    const ql::Weekday weekday = holiday.weekday();
+    if (weekday == ql::Saturday || weekday == ql::Sunday)
+      if (date.weekday() == ql::Monday && date > holiday && date - holiday <= 2) return true;
+  }
+  return false;
+}
+
 // Holidays made or abolished by law after our QuantLib's calendars were written, and those
 // declared year by year that they miss: true or false where the law now says otherwise than
 // the calendar, else no answer.
@@ -419,6 +437,7 @@ std::optional<bool> LawChange(const std::string& code, const ql::Date& date) {
   if (code == "MXN" && year >= 2024 && (year - 2024) % 6 == 0 && date.month() == ql::October &&
       date.dayOfMonth() == 1)
     return true;
+  if (code == "THB" && year >= 2026 && ThaiRoyalHoliday(date)) return true;
   if (code == "PLN" && year >= 2025 && date.month() == ql::December && date.dayOfMonth() == 24)
     return true;  // Christmas Eve, a holiday from 2025
   if (code == "RUB") {

@@ -109,6 +109,10 @@ TEST_F(BankHolidaysTest, CalendarsPerCurrency) {
       // Thailand's Buddhist holidays of 2026, and the Monday for Visakha Bucha on a Sunday.
       {kThb, D(2026, 3, 3), true},    {kThb, D(2026, 6, 1), true},
       {kThb, D(2026, 7, 29), true},   {kThb, D(2026, 10, 23), true},
+      // Its royal holidays on fixed dates in 2027: Coronation Day, Queen Suthida's Birthday, and
+      // the Monday for Chulalongkorn Day on a Saturday.
+      {kThb, D(2027, 5, 4), true},    {kThb, D(2027, 6, 3), true},
+      {kThb, D(2027, 10, 25), true},
       // India's exchange holidays after the calendar's lists end: Diwali (Laxmi Pujan and
       // Balipratipada, the day between them open), Bakri Id moved to 29 June 2023, the
       // elections of 20 November 2024 and 15 January 2026, Guru Nanak Jayanti.
