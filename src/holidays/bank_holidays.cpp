@@ -80,6 +80,15 @@ ql::Date EasterSunday(int year) {
   return ql::Date(day, static_cast<ql::Month>(month), year);
 }
 
+// Orthodox Easter Sunday of a year from 1900 to 2099, as a Gregorian QuantLib date: the Julian
+// calendar's Easter, thirteen days behind the Gregorian calendar in those years.
+ql::Date OrthodoxEasterSunday(int year) {
+  const int a = year % 4, b = year % 7, c = year % 19;
+  const int d = (19 * c + 15) % 30, e = (2 * a + 4 * b - d + 34) % 7;
+  const int month = (d + e + 114) / 31, day = (d + e + 114) % 31 + 1;
+  return ql::Date(day, static_cast<ql::Month>(month), year) + 13;
+}
+
 // Holidays declared year by year that our QuantLib's calendars miss: their lists of moving
 // feasts (lunar, Islamic, Hindu) end years ago, and some were never kept. Weekdays as
 // yyyymmdd, with the substitute days declared for a holiday on a Sunday; the dates are those
@@ -401,6 +410,26 @@ bool ThaiRoyalHoliday(const ql::Date& date) {
   return false;
 }
 
+// Romania's holidays that our QuantLib's calendar misses: Orthodox Good Friday (since 2018)
+// and Epiphany and Saint John's Day, 6 and 7 January (since 2024). Reckoned from 2026.
+bool RomanianAddedHoliday(const ql::Date& date) {
+  if (date == OrthodoxEasterSunday(date.year()) - 2) return true;
+  return date.month() == ql::January && (date.dayOfMonth() == 6 || date.dayOfMonth() == 7);
+}
+
+// Botswana's holidays that our QuantLib's calendar misses: 2 January (the Monday after when
+// it falls on a Sunday, the Tuesday after when New Year's Day on a Sunday takes the Monday),
+// and the day after Presidents' Day, the Tuesday after the third Monday of July, which the
+// Bank of Botswana and the banks keep. Reckoned from 2026.
+bool BotswanaAddedHoliday(const ql::Date& date) {
+  if (date.month() == ql::January) {
+    const ql::Weekday second = ql::Date(2, ql::January, date.year()).weekday();
+    return date.dayOfMonth() == (second == ql::Sunday || second == ql::Monday ? 3 : 2);
+  }
+  return date.month() == ql::July && date.weekday() == ql::Tuesday && date.dayOfMonth() >= 16 &&
+         date.dayOfMonth() <= 22;
+}
+
 // Holidays made or abolished by law after our QuantLib's calendars were written, and those
 // declared year by year that they miss: true or false where the law now says otherwise than
 // the calendar, else no answer.
@@ -438,6 +467,8 @@ std::optional<bool> LawChange(const std::string& code, const ql::Date& date) {
       date.dayOfMonth() == 1)
     return true;
   if (code == "THB" && year >= 2026 && ThaiRoyalHoliday(date)) return true;
+  if (code == "RON" && year >= 2026 && RomanianAddedHoliday(date)) return true;
+  if (code == "BWP" && year >= 2026 && BotswanaAddedHoliday(date)) return true;
   if (code == "PLN" && year >= 2025 && date.month() == ql::December && date.dayOfMonth() == 24)
     return true;  // Christmas Eve, a holiday from 2025
   if (code == "RUB") {

@@ -20,7 +20,7 @@ class BankHolidaysTest : public ::testing::Test {
   static constexpr Long kHkd = 8, kCnh = 9, kCny = 10, kSgd = 11, kIdr = 12, kTwd = 13;
   static constexpr Long kBrl = 14, kKrw = 15, kRub = 16, kThb = 17, kInr = 18, kArs = 19;
   static constexpr Long kClp = 20, kHuf = 21, kUah = 22, kTry = 23, kCop = 24, kPen = 25;
-  static constexpr Long kDkk = 26, kMxn = 27;
+  static constexpr Long kDkk = 26, kMxn = 27, kRon = 28, kBwp = 29;
   static constexpr Long kUnknown = 99;
   BankHolidaysTest() {
     const std::pair<Long, const char*> codes[] = {{kEur, "EUR"}, {kUsd, "usd"}, {kGbp, "GBP"},
@@ -34,7 +34,8 @@ class BankHolidaysTest : public ::testing::Test {
                                                   {kClp, "CLP"}, {kHuf, "HUF"},
                                                   {kUah, "UAH"}, {kTry, "TRY"},
                                                   {kCop, "COP"}, {kPen, "PEN"},
-                                                  {kDkk, "DKK"}, {kMxn, "MXN"}};
+                                                  {kDkk, "DKK"}, {kMxn, "MXN"},
+                                                  {kRon, "RON"}, {kBwp, "BWP"}};
     for (const auto& [id, code] : codes) EXPECT_TRUE(library.setCurrency(id, code)) << code;
   }
   bool Holiday(Long instrument, Date date) { return library.IsValueDateABankHol(instrument, date); }
@@ -150,6 +151,15 @@ TEST_F(BankHolidaysTest, CalendarsPerCurrency) {
       // Peru: the Battle of Ayacucho, Flag Day, the Air Force's Day.
       {kPen, D(2026, 12, 9), true},   {kPen, D(2027, 6, 7), true},
       {kPen, D(2027, 7, 23), true},
+      // Romania: Orthodox Good Friday (not the Western one), 6 and 7 January.
+      {kRon, D(2026, 4, 10), true},   {kRon, D(2027, 4, 30), true},
+      {kRon, D(2027, 3, 26), false},  {kRon, D(2027, 1, 6), true},
+      {kRon, D(2027, 1, 7), true},
+      // Botswana: 2 January, or the Monday or Tuesday it moves to, and the Tuesday after
+      // Presidents' Day.
+      {kBwp, D(2026, 1, 2), true},    {kBwp, D(2028, 1, 3), true},
+      {kBwp, D(2034, 1, 3), true},    {kBwp, D(2027, 7, 20), true},
+      {kBwp, D(2027, 7, 21), false},
       // The time of day does not matter.
       {kEur, D(2025, 12, 25) + 0.75, true},
       // Outside the calendars' years only a host's dates count.
