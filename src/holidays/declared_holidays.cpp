@@ -163,4 +163,3 @@ const std::map<int, std::set<int>>& RussianDaysOff() {
 }
 
 }  // namespace quillon::holidays
-
