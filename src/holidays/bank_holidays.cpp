@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <cctype>
 #include <cmath>
+#include <initializer_list>
 #include <map>
 #include <optional>
 #include <set>
@@ -93,6 +94,17 @@ ql::Date OrthodoxEasterSunday(int year) {
   const int d = (19 * c + 15) % 30, e = (2 * a + 4 * b - d + 34) % 7;
   const int month = (d + e + 114) / 31, day = (d + e + 114) % 31 + 1;
   return ql::Date(day, static_cast<ql::Month>(month), year) + 13;
+}
+
+// Whether a day is one of a year's holidays given as days from Easter Sunday and as dates
+// (month * 100 + day).
+bool OnHoliday(const ql::Date& date, std::initializer_list<int> fromEaster,
+               std::initializer_list<int> monthDays) {
+  const ql::Date easter = EasterSunday(date.year());
+  for (int days : fromEaster)
+    if (date == easter + days) return true;
+  const int monthDay = date.month() * 100 + date.dayOfMonth();
+  return std::find(monthDays.begin(), monthDays.end(), monthDay) != monthDays.end();
 }
 
 ql::Date FromYmd(int ymd) {
@@ -184,11 +196,7 @@ bool KoreanAddedHoliday(const ql::Date& date) {
 // which the central bank gives its staff the day off every year and the banks follow, are
 // the calendar's already. Reckoned from 2026: earlier years keep the calendar's answer.
 bool ArgentineFixedHoliday(const ql::Date& date) {
-  const ql::Date easter = EasterSunday(date.year());
-  if (date == easter - 48 || date == easter - 47) return true;
-  const int monthDay = date.month() * 100 + date.dayOfMonth();
-  return monthDay == 324 || monthDay == 402 || monthDay == 620 || monthDay == 1106 ||
-         monthDay == 1225;
+  return OnHoliday(date, {-48, -47}, {324, 402, 620, 1106, 1225});
 }
 
 // Colombia's national holidays as Law 51 of 1983, the Emiliani law, has them: New Year's Day,
@@ -198,12 +206,7 @@ bool ArgentineFixedHoliday(const ql::Date& date) {
 // 12 October, 1 and 11 November) on the Monday on or after it; and Ascension, Corpus Christi and
 // the Sacred Heart on the Mondays 43, 64 and 71 days after Easter. Reckoned from 2026.
 bool ColombianHoliday(const ql::Date& date) {
-  const ql::Date easter = EasterSunday(date.year());
-  for (int days : {-3, -2, 43, 64, 71})
-    if (date == easter + days) return true;
-  const int monthDay = date.month() * 100 + date.dayOfMonth();
-  for (int fixed : {101, 501, 720, 807, 1208, 1225})
-    if (monthDay == fixed) return true;
+  if (OnHoliday(date, {-3, -2, 43, 64, 71}, {101, 501, 720, 807, 1208, 1225})) return true;
   if (date.weekday() != ql::Monday) return false;
   for (int moved : {106, 319, 629, 815, 1012, 1101, 1111}) {
     const ql::Date day(moved % 100, static_cast<ql::Month>(moved / 100), date.year());
@@ -219,12 +222,8 @@ bool ColombianHoliday(const ql::Date& date) {
 // Christmas. Each is kept on its day. The days off the government declares by decree for the
 // public sector are not bank holidays and are not here. Reckoned from 2026.
 bool PeruvianHoliday(const ql::Date& date) {
-  const ql::Date easter = EasterSunday(date.year());
-  if (date == easter - 3 || date == easter - 2) return true;
-  const int monthDay = date.month() * 100 + date.dayOfMonth();
-  for (int fixed : {101, 501, 607, 629, 723, 728, 729, 806, 830, 1008, 1101, 1208, 1209, 1225})
-    if (monthDay == fixed) return true;
-  return false;
+  return OnHoliday(date, {-3, -2},
+                   {101, 501, 607, 629, 723, 728, 729, 806, 830, 1008, 1101, 1208, 1209, 1225});
 }
 
 // Thailand's royal holidays on fixed dates, which the Bank of Thailand gives financial
@@ -269,10 +268,11 @@ bool BotswanaAddedHoliday(const ql::Date& date) {
 // the calendar, else no answer.
 std::optional<bool> LawChange(const std::string& code, const ql::Date& date) {
   const int year = date.year();
-  const int ymd = year * 10000 + date.month() * 100 + date.dayOfMonth();
+  const int monthDay = date.month() * 100 + date.dayOfMonth();
+  const int ymd = year * 10000 + monthDay;
   auto declared = DeclaredHolidays().find(code);
   if (declared != DeclaredHolidays().end() && declared->second.count(ymd) != 0) return true;
-  if (code == "BRL" && year >= 2024 && date.month() == ql::November && date.dayOfMonth() == 20)
+  if (code == "BRL" && year >= 2024 && monthDay == 1120)
     return true;  // Black Consciousness Day, a national holiday from 2024 (Law 14.759/2023)
   if (code == "KRW" && KoreanAddedHoliday(date)) return true;
   if (code == "DKK" && year >= 2024 && date == EasterSunday(year) + 26)
@@ -280,8 +280,7 @@ std::optional<bool> LawChange(const std::string& code, const ql::Date& date) {
   // Danmarks Nationalbank and the banks close on Christmas Eve, New Year's Eve and the Friday
   // after Ascension (a bank closing day since 2009), which our QuantLib's calendar counts as
   // business days.
-  if (code == "DKK" && ((date.month() == ql::December &&
-                         (date.dayOfMonth() == 24 || date.dayOfMonth() == 31)) ||
+  if (code == "DKK" && (monthDay == 1224 || monthDay == 1231 ||
                         (year >= 2009 && date == EasterSunday(year) + 40)))
     return true;
   // Israel's markets work Monday to Friday from 5 January 2026: a Friday since then settles
@@ -292,24 +291,22 @@ std::optional<bool> LawChange(const std::string& code, const ql::Date& date) {
     return false;
   // The Federal Reserve keeps a Saturday holiday on no other day: the Friday before Juneteenth
   // on a Saturday (18 June 2027) is open, though our QuantLib's calendar closes it.
-  if (code == "USD" && year >= 2022 && date.month() == ql::June && date.dayOfMonth() == 18 &&
-      date.weekday() == ql::Friday)
+  if (code == "USD" && year >= 2022 && monthDay == 618 && date.weekday() == ql::Friday)
     return false;
   // Mexico's Federal Labour Law makes 1 October a rest day every six years, when the President
   // takes office (2024, 2030, ...), and the banks close on it; our QuantLib's calendar misses it.
-  if (code == "MXN" && year >= 2024 && (year - 2024) % 6 == 0 && date.month() == ql::October &&
-      date.dayOfMonth() == 1)
+  if (code == "MXN" && year >= 2024 && (year - 2024) % 6 == 0 && monthDay == 1001)
     return true;
   if (code == "THB" && year >= 2026 && ThaiRoyalHoliday(date)) return true;
   if (code == "RON" && year >= 2026 && RomanianAddedHoliday(date)) return true;
   if (code == "BWP" && year >= 2026 && BotswanaAddedHoliday(date)) return true;
-  if (code == "PLN" && year >= 2025 && date.month() == ql::December && date.dayOfMonth() == 24)
+  if (code == "PLN" && year >= 2025 && monthDay == 1224)
     return true;  // Christmas Eve, a holiday from 2025
   if (code == "RUB") {
     auto decreed = RussianDaysOff().find(year);
     if (decreed != RussianDaysOff().end()) return decreed->second.count(ymd) != 0;
     // The New Year holidays run to 8 January; the calendar stops at 5 (and Christmas, 7).
-    if (year >= 2013 && date.month() == ql::January && date.dayOfMonth() <= 8) return true;
+    if (year >= 2013 && monthDay <= 108) return true;
   }
   if (code == "ARS" && year >= 2026 && ArgentineFixedHoliday(date)) return true;
   // Colombia and Peru: the calendar counts weekends only, every holiday is reckoned here.
@@ -318,14 +315,13 @@ std::optional<bool> LawChange(const std::string& code, const ql::Date& date) {
   // Chile's banks close on 31 December and it is no bank business day: bills falling due then
   // are paid the day after. The Fintech Law's rules dropped the day in August 2025, and Law
   // 21.791 of December 2025 brought it back.
-  if (code == "CLP" && year >= 2025 && date.month() == ql::December && date.dayOfMonth() == 31)
+  if (code == "CLP" && year >= 2025 && monthDay == 1231)
     return true;
   // Law 21.357 keeps the National Day of Indigenous Peoples on the day of the winter solstice.
   // In Chile's time that is 20 June in a leap year and the year after, 21 June in the two years
   // between, up to 2049; our QuantLib's calendar keeps it on 21 June in every year.
-  if (code == "CLP" && year >= 2026 && year <= 2049 && date.month() == ql::June &&
-      (date.dayOfMonth() == 20 || date.dayOfMonth() == 21))
-    return date.dayOfMonth() == (year % 4 < 2 ? 20 : 21);
+  if (code == "CLP" && year >= 2026 && year <= 2049 && (monthDay == 620 || monthDay == 621))
+    return monthDay == (year % 4 < 2 ? 620 : 621);
   // Ukraine has been under martial law since 24 February 2022, and while it lasts the Labour
   // Code's public holidays are working days. The National Bank's payment system runs every day
   // around the clock, and the foreign exchange market worked on New Year's Day 2026 as on any
@@ -336,9 +332,8 @@ std::optional<bool> LawChange(const std::string& code, const ql::Date& date) {
   // The Ramadan Bayram of 2027 runs from Tuesday 9 to Thursday 11 March by the Diyanet's
   // calendar, a day before the calendar's 10 to 12 March; its eve, Monday 8 March, is a half
   // day, and settles.
-  if (code == "TRY" && year == 2027 && date.month() == ql::March && date.dayOfMonth() >= 9 &&
-      date.dayOfMonth() <= 12)
-    return date.dayOfMonth() <= 11;
+  if (code == "TRY" && year == 2027 && monthDay >= 309 && monthDay <= 312)
+    return monthDay <= 311;
   return std::nullopt;
 }
 

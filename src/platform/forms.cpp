@@ -658,7 +658,6 @@ bool Form::userSelect(ComboBox& list, Long index) {
 bool Form::userDateClick(MonthView& calendar, Date day) {
   if (InputRefusal(calendar)) return false;
   // The calendar offers no day outside its range: the click lands on the nearest day it shows.
-  RequireFinite(day);
   calendar.setValue(std::clamp(day, calendar.MinDate(), calendar.MaxDate()));
   if (calendar.onDateClick) calendar.onDateClick(calendar.Value());
   return true;
