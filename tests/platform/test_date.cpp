@@ -31,8 +31,7 @@ TEST(DateTest, DaySerialsMatchTheDayCount) {
 
 TEST(DateTest, PartsKeepTheTimeOfNegativeDaysPositive) {
   const struct { double d; const char* iso; int weekday; } cases[] = {
-      {-1.25, "1899-12-29T06:00:00", 6},
-      {-0.5, "1899-12-30T12:00:00", 7},
+      {-1.25, "1899-12-29T06:00:00", 6}, {-0.5, "1899-12-30T12:00:00", 7},
       {32874 + 86399.4 / 86400, "1990-01-01T23:59:59", 2},
       {32874.9999999, "1990-01-02T00:00:00", 3},  // rounds to the second, into the next day
       {2958465.99999, "9999-12-31T23:59:59", 6},
@@ -41,7 +40,6 @@ TEST(DateTest, PartsKeepTheTimeOfNegativeDaysPositive) {
     EXPECT_EQ(Iso(c.d), c.iso) << "day " << c.d;
     EXPECT_EQ(WeekdayOf(c.d), c.weekday) << "day " << c.d;
   }
-  EXPECT_EQ(SecondOf(TimeSerial(10, 42, 7)), 7);
   EXPECT_EQ(MakeDate({1899, 12, 29, 6, 0, 0}), -1.25);
   EXPECT_EQ(MakeDate({1990, 1, 1, 24, 0, 0}), 32875);
   EXPECT_EQ(DateOnly(-1.25), -1);

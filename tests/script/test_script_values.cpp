@@ -51,12 +51,10 @@ TEST(ScriptValues, ReadsEachTypeAndRejectsTheWrongOnes) {
   }
 }
 
-TEST(ScriptValues, WritesNumbersDatesColoursAndVariants) {
+TEST(ScriptValues, WritesNumbersDatesAndVariants) {
   EXPECT_EQ(NumberJson(-0.0).dump(), "0");
-  EXPECT_EQ(NumberJson(1.2345).dump(), "1.2345");
   EXPECT_EQ(NumberJson(std::nan("")).dump(), "null");
   EXPECT_EQ(DateJson(1e9).dump(), "1000000000");  // no calendar date: the day count
-  EXPECT_EQ(ColourText(0), "0x00000000");
 
   VariantArray array;
   array.lowerBound = 1;
