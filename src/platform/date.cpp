@@ -141,10 +141,6 @@ DateParts PartsOf(Date d) {
 
 int YearOf(Date d) { return PartsOf(d).year; }
 int MonthOf(Date d) { return PartsOf(d).month; }
-int DayOf(Date d) { return PartsOf(d).day; }
-int HourOf(Date d) { return PartsOf(d).hour; }
-int MinuteOf(Date d) { return PartsOf(d).minute; }
-int SecondOf(Date d) { return PartsOf(d).second; }
 
 int WeekdayOf(Date d) {
   const std::chrono::weekday w{sys_days{days{MomentOf(d).day + kDayZero}}};

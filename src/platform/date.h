@@ -26,10 +26,6 @@ Date MakeDate(const DateParts& parts);
 DateParts PartsOf(Date d);
 int YearOf(Date d);
 int MonthOf(Date d);
-int DayOf(Date d);
-int HourOf(Date d);
-int MinuteOf(Date d);
-int SecondOf(Date d);
 // 1 = Sunday ... 7 = Saturday.
 int WeekdayOf(Date d);
 
