@@ -22,7 +22,7 @@ class DemoDeskTest : public ::testing::Test {
     return id;
   }
   // Opens a ticket, chooses the order type (0 keeps the market order) and its prices, places
-  // the order and answers Yes to the statement.
+  // the order, answers Yes to the statement and lets the desk acknowledge it.
   int Place(int type = 0, const char* limit = nullptr, const char* stop = nullptr) {
     const int t = Open();
     if (type) Click(t, F(t).optType(type));
@@ -31,6 +31,7 @@ class DemoDeskTest : public ::testing::Test {
     Click(t, F(t).cmdOKCancel(0));
     EXPECT_TRUE(F(t).fraConf.Visible());
     Click(t, F(t).cmdOKCancel(3));
+    Step(2);
     return t;
   }
   Clientticket& T(int id) { return *host_.ticket(id); }
@@ -42,14 +43,6 @@ class DemoDeskTest : public ::testing::Test {
   }
   void Seconds(int n) {  // time passes second by second, the host steps after each
     while (n-- > 0) loop_.advance(1000), host_.step();
-  }
-  // An argument of the last event of that name.
-  std::string Arg(const std::string& event, const std::string& name) {
-    const auto all = host_.log().named(event);
-    if (all.empty()) return "<no " + event + ">";
-    for (const auto& [n, v] : all.back()->args)
-      if (n == name) return v;
-    return "<no " + name + ">";
   }
 
   HeadlessLoop loop_;  // Thursday 1 March 2001, 10:00
@@ -74,7 +67,6 @@ TEST_F(DemoDeskTest, MarketOrderIsAcknowledgedThenFilledAndTheEquityCompletesThe
                       "Bank acts as a principal in all trades."),
             std::string::npos)
       << conf;
-  EXPECT_DOUBLE_EQ(host_.desk().account(1)->equity, 250000 - 2168.6);
   Step();  // the answer to the confirmation's own request adds nothing more
   EXPECT_EQ(F(t).lblTradeConf.Caption(), conf);
   // The other account's ticket (German) keeps its equity and its own, wider prices.
@@ -86,7 +78,6 @@ TEST_F(DemoDeskTest, MarketOrderIsAcknowledgedThenFilledAndTheEquityCompletesThe
 
 TEST_F(DemoDeskTest, OcoPairRestsOnBothLegsAndTheFillCancelsThePartner) {
   const int t = Place(4, "1.0830", "1.0860");
-  Step(2);
   EXPECT_EQ(T(t).getLinkID(), 1002);
   EXPECT_EQ(host_.desk().order(1001)->status, ORDER_PENDING);
   EXPECT_EQ(host_.desk().order(1002)->status, ORDER_PENDING);
@@ -94,14 +85,14 @@ TEST_F(DemoDeskTest, OcoPairRestsOnBothLegsAndTheFillCancelsThePartner) {
   Step();
   EXPECT_EQ(host_.desk().order(1001)->status, ORDER_CANCELLED);
   EXPECT_EQ(host_.desk().order(1002)->status, ORDER_EXECUTED);
-  EXPECT_EQ(Arg("GetReason", "Reason"), "20");  // the partner's cancellation was shown
+  // The partner's cancellation was shown.
+  EXPECT_NE(host_.log().text(true).find("GetReason Reason=20"), std::string::npos);
   EXPECT_EQ(F(t).txtPrice.Text(), "1.0860");
 }
 
-TEST_F(DemoDeskTest, TwoWayQuoteIsRequotedSuspendedAndDealt) {
+TEST_F(DemoDeskTest, TwoWayQuoteIsRequotedSuspendedDealtDeclinedOrLeftToExpire) {
   const int t = Place(5);
-  Step(2);  // the dealer's price, one pip wider on each side
-  ASSERT_TRUE(F(t).fraQuote.Visible());
+  ASSERT_TRUE(F(t).fraQuote.Visible());  // the dealer's price, one pip wider on each side
   EXPECT_DOUBLE_EQ(T(t).members().Offer, 1.0845);
   host_.feed().setBid(ids::kEURUSD, 1.0850);
   ASSERT_TRUE(host_.desk().requote(1001));
@@ -119,15 +110,10 @@ TEST_F(DemoDeskTest, TwoWayQuoteIsRequotedSuspendedAndDealt) {
   Step();
   EXPECT_EQ(T(t).members().Status, ORDER_EXECUTED);
   EXPECT_DOUBLE_EQ(T(t).members().MarketPrice, offer);
-}
-
-TEST_F(DemoDeskTest, UnansweredQuoteExpiresAndDecliningCancels) {
-  const int t = Place(5);
-  Step(2);
+  const int e = Place(5);
   Seconds(16);
-  EXPECT_EQ(F(t).lblReason.Caption(), "The quote has expired.");
+  EXPECT_EQ(F(e).lblReason.Caption(), "The quote has expired.");
   const int u = Place(5);
-  Step(2);
   Seconds(1);
   Click(u, F(u).cmdQuote(1));
   Step();
@@ -136,14 +122,12 @@ TEST_F(DemoDeskTest, UnansweredQuoteExpiresAndDecliningCancels) {
 
 TEST_F(DemoDeskTest, CancelRequestIsGrantedOrRefusedForWantOfEquity) {
   const int t = Place(2, "1.0800");
-  Step(2);
   host_.desk().setEquity(1, 1000, 5000000);  // less than the 2,166 the order binds
   Click(t, F(t).cmdOKCancel(1));
   Step();
   EXPECT_EQ(F(t).lblReason.Caption(), "You do not have enough equity to cancel this order");
   EXPECT_EQ(host_.desk().order(1001)->status, ORDER_PENDING);  // still working
   const int u = Place(3, nullptr, "1.0900");
-  Step(2);
   host_.desk().setEquity(1, 250000, 5000000);
   Click(u, F(u).cmdOKCancel(1));
   Step();
@@ -156,7 +140,6 @@ TEST_F(DemoDeskTest, CancelRequestIsGrantedOrRefusedForWantOfEquity) {
 TEST_F(DemoDeskTest, FailedDeliveryAndLostConnection) {
   host_.desk().setDeliveryFails(true);
   const int t = Place();
-  Step();
   EXPECT_EQ(F(t).lblReason.Caption(),
             "Your order may not have been received by Norvane.  Please contact the dealers.");
   EXPECT_TRUE(host_.desk().orders().empty());
@@ -186,7 +169,6 @@ TEST_F(DemoDeskTest, AForwardValueDateTakesTheFamilyMemberAndItsPoints) {
 
 TEST_F(DemoDeskTest, LimitOrderRestsUntilTheMarketReachesItEvenWithItsTicketClosed) {
   const int t = Place(2, "1.0830");
-  Step(2);
   EXPECT_EQ(Colour(t), kCyan);
   Click(t, F(t).cmdOKCancel(2));        // closing withdraws nothing
   ASSERT_NE(host_.ticket(t), nullptr);  // closed after the event, not inside it

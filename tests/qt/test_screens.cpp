@@ -6,6 +6,7 @@
 #include <QLineEdit>
 #include <QRadioButton>
 #include <QStyle>
+#include <algorithm>
 
 #include "qt/view_fixture.h"
 
@@ -33,12 +34,9 @@ std::vector<std::string> Clipped(QWidget& root) {
       const int room = option ? w->width() - 18 : w->width() - 6;
       const QStringList lines = text.split('\n');
       for (const QString& line : lines) clipped = clipped || fm.horizontalAdvance(line) > room;
+      const int rim = w->style()->pixelMetric(QStyle::PM_ExclusiveIndicatorHeight, nullptr, w) + 2;
       if (option)
-        clipped =
-            clipped ||
-            w->height() <
-                w->style()->pixelMetric(QStyle::PM_ExclusiveIndicatorHeight, nullptr, w) + 2 ||
-            w->height() < lines.size() * fm.lineSpacing();
+        clipped = clipped || w->height() < std::max<int>(rim, lines.size() * fm.lineSpacing());
     } else if (auto* edit = qobject_cast<QLineEdit*>(w)) {
       text = edit->text();
       clipped = fm.horizontalAdvance(text) > w->width() - 6;
@@ -64,9 +62,7 @@ class ScreenTest : public ViewTest, public ::testing::WithParamInterface<Integer
 TEST_P(ScreenTest, EveryStateShowsItsCaptionsWhole) {
   OpenBlankTicket(GetParam());
   Show();
-  Long account = 1;
-  double equity = 250000, limit = 1000000;
-  ticket_->ReceivedEquity(account, equity, limit);
+  Call(&Clientticket::ReceivedEquity, 1, 250000.0, 1000000.0);
   Check("blank");
   f().controls().userClick(f().optType(2));  // a limit order: its validity shows
   ASSERT_TRUE(f().fraValid.Visible());
@@ -82,18 +78,12 @@ TEST_P(ScreenTest, EveryStateShowsItsCaptionsWhole) {
 
   Execute(100000, 4711);
   ASSERT_TRUE(f().fraTradeConf.Visible());
-  double after = 262500;
-  ticket_->ReceivedEquity(account, after, limit);
+  Call(&Clientticket::ReceivedEquity, 1, 262500.0, 1000000.0);
   Check("trade");
 
   // An OCO order resting in the market: the long warning below the order.
-  Initialise(Msg{.AccountID = 1,
-                 .InstrumentID = kEurUsd,
-                 .Quantity = 100000,
-                 .OrderType = OCO_ORDER,
-                 .ValueDate = 37320,
-                 .Status = ORDER_PENDING,
-                 .Action = 1});
+  Initialise(Msg{.AccountID = 1, .InstrumentID = kEurUsd, .Quantity = 100000,
+                 .OrderType = OCO_ORDER, .ValueDate = 37320, .Status = ORDER_PENDING, .Action = 1});
   ASSERT_TRUE(f().lblReason.Caption().starts_with("OCO order pending"));
   Check("OCO pending");
 

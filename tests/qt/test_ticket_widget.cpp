@@ -57,8 +57,7 @@ TEST_F(TicketWidgetTest, KeysReachTheBoxThroughItsKeyPressHandlerAndTheSpinnerSt
   // Paste replaces the text in one change; the clipboard's text goes through the box's rules.
   QGuiApplication::clipboard()->setText("1234567890123456789012");
   QTest::keyClick(edit, Qt::Key_V, Qt::ControlModifier);
-  EXPECT_EQ(box.Text(), "123456789012345678");  // at most 18 characters
-  EXPECT_EQ(edit->text(), QString::fromStdString(box.Text()));
+  EXPECT_EQ(edit->text(), "123456789012345678");  // at most 18 characters
 
   // The spinner steps the quantity, and rests again when released.
   auto* up = widget<QWidget>("udPrim")->findChild<QToolButton*>("up");
@@ -147,10 +146,7 @@ TEST_F(TicketWidgetTest, WidgetsFollowTheLogicalControls) {
   auto* bid = widget<QLineEdit>("txtBid");
   auto* qty = widget<QLineEdit>("txtPrimQty");
   host_.prices[kEurUsd] = Price(1.2401, 1.2406);  // a tick changes the price boxes in place
-  Long id = kEurUsd, counterparty = 0, type = 2, source = 0;
-  double b = 1.2401, o = 1.2406;
-  Date time = 0;
-  ticket_->PriceGeneric(id, counterparty, b, o, type, source, time);
+  Call(&Clientticket::PriceGeneric, kEurUsd, 0, 1.2401, 1.2406, 2, 0, 0.0);
   EXPECT_EQ(bid->text(), "1.2401");
   f().lblReason.setCaption("Line one\r\nLine two");
   EXPECT_EQ(widget<QLabel>("lblReason")->text(), "Line one\nLine two");

@@ -5,6 +5,7 @@
 #include <QTemporaryDir>
 #include <QTest>
 #include <memory>
+#include <tuple>
 
 #include "qt/html_printer.h"
 #include "qt/ticket_widget.h"
@@ -43,6 +44,13 @@ class ViewTest : public TicketTest {
     ASSERT_TRUE(QTest::qWaitForWindowActive(view_.get()));
   }
 
+  // Calls a method of the ticket, whose parameters are all references, with copies of `args`.
+  template <typename C, typename R, typename... P, typename... A>
+  R Call(R (C::*method)(P&...), A... args) {
+    std::tuple<P...> values(args...);
+    return std::apply([&](P&... p) { return (ticket_.get()->*method)(p...); }, values);
+  }
+
   template <typename W>
   W* widget(const std::string& name) {
     auto* w = qobject_cast<W*>(view_->widgetFor(name));
@@ -54,17 +62,9 @@ class ViewTest : public TicketTest {
   void ShowQuote(Integer language = 1) {
     NewTicket();
     SetUpUser(kEveryRight, language);
-    OpenActiveTwoWay();
-    Long orderID = 55, account = 1, instrument = kEurUsd, status = 16, counterparty = 9, zero = 0,
-         cpSystem = 4;
-    double strike = 0, quantity = 100000, bid = 1.2345, offer = 1.2350;
-    Date duration = kNoDate + 30 / 86400.0, none = 0;  // a 30-second quote
-    Integer reason = 8;
-    std::string text;
-    Boolean encrypt = false;
-    ticket_->OrderGenericQuote(zero, orderID, account, instrument, quantity, zero, bid, offer, zero,
-                               duration, none, none, status, reason, counterparty, zero, text, zero,
-                               encrypt, cpSystem, zero, strike, none);
+    OpenActiveTwoWay();  // a 30-second quote of 1.2345/50
+    Call(&Clientticket::OrderGenericQuote, 0, 55, 1, kEurUsd, 100000.0, 0, 1.2345, 1.2350, 0,
+         kNoDate + 30 / 86400.0, 0.0, 0.0, 16, 8, 9, 0, std::string(), 0, false, 4, 0, 0.0, 0.0);
   }
 
   QTemporaryDir pdfDir_;

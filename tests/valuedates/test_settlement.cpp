@@ -73,52 +73,48 @@ TEST_F(SettlementTest, ValidValueDateUsesTheHostsClockAndReportsFailures) {
   ticket_->setHost(&host_);
 }
 
+// Each with the code as the ticket rewrites it, to its days past the sentinel or to spot.
 TEST_F(SettlementTest, SpotAndForwardDates) {
   holidays_.days = {{kUsd, D(2001, 3, 16)}, {kEur, D(2001, 4, 13)}};
-  struct Case { Date trade, code, expected; } cases[] = {
-      {D(2001, 3, 3), kNoDate, D(2001, 3, 6)},  // a Saturday trade date gives Tuesday
+  struct Case { Date trade, code, expected, after; } cases[] = {
+      {D(2001, 3, 3), kNoDate, D(2001, 3, 6), kNoDate},  // a Saturday trade date gives Tuesday
+      {D(2001, 3, 1), 0, D(2001, 3, 5), kNoDate},        // no code, or a bare time, is spot
+      {D(2001, 3, 1), TimeSerial(23, 59, 59), D(2001, 3, 5), kNoDate},
       // One year three months and 14 days after spot.
-      {D(2001, 3, 1), D(1991, 4, 15), D(2002, 6, 19)},
+      {D(2001, 3, 1), D(1991, 4, 15), D(2002, 6, 19), D(1990, 1, 15)},
       // Spot 31 January: one month is the end of February.
-      {D(2002, 1, 29), D(1990, 2, 1), D(2002, 2, 28)},
+      {D(2002, 1, 29), D(1990, 2, 1), D(2002, 2, 28), kNoDate},
       // One month lands on Friday 13 April, an EUR holiday, and rolls on to Monday.
-      {D(2001, 3, 9), D(1990, 2, 1), D(2001, 4, 16)},
+      {D(2001, 3, 9), D(1990, 2, 1), D(2001, 4, 16), kNoDate},
       // Spot Wednesday 30 May: Saturday 30 June rolls into July and turns back to Friday.
-      {D(2001, 5, 28), D(1990, 2, 1), D(2001, 6, 29)},
+      {D(2001, 5, 28), D(1990, 2, 1), D(2001, 6, 29), kNoDate},
       // Spot Thursday 30 August: Sunday 30 September rolls on to Monday 1 October and stays.
-      {D(2001, 8, 28), D(1990, 2, 1), D(2001, 10, 1)},
+      {D(2001, 8, 28), D(1990, 2, 1), D(2001, 10, 1), kNoDate},
       // A code before the sentinel counts days from the trade date, not from spot.
-      {D(2001, 3, 1), D(1989, 12, 29), D(2001, 3, 5)},
+      {D(2001, 3, 1), D(1989, 12, 29), D(2001, 3, 5), D(1989, 12, 29)},
+      {D(2001, 3, 1), D(1989, 12, 31), D(2001, 3, 2), D(1989, 12, 31)},
   };
-  for (const Case& c : cases)
-    EXPECT_EQ(Settle(c.trade, c.code), c.expected) << "trade " << c.trade << " code " << c.code;
+  for (const Case& c : cases) {
+    Date trade = c.trade, code = c.code;
+    Long inst = kEurUsd;
+    EXPECT_EQ(ticket_->Get_Settlement_Day(trade, code, inst), c.expected) << "code " << c.code;
+    EXPECT_EQ(code, c.after) << "code " << c.code;
+  }
   EXPECT_EQ(host_.count("ErrorMsg"), 0);
 }
 
-TEST_F(SettlementTest, TheCodeIsRewrittenToItsDays) {
-  struct Case { Date code, after; } cases[] = {
-      {0, kNoDate},
-      {TimeSerial(23, 59, 59), kNoDate},
-      {D(1991, 4, 15), D(1990, 1, 15)},
-      {D(1990, 2, 1), kNoDate},
-      {D(1989, 12, 31), D(1989, 12, 31)},
-      // Any other bare time is a day of 1899, too far out: the error road leaves it as it was.
-      {TimeSerial(12, 0, 0), TimeSerial(12, 0, 0)},
-  };
-  for (const Case& c : cases) {
-    Date trade = D(2001, 3, 1), code = c.code;
-    Long inst = kEurUsd;
-    ticket_->Get_Settlement_Day(trade, code, inst);
-    EXPECT_EQ(code, c.after) << "code " << c.code;
-  }
-}
-
 TEST_F(SettlementTest, CodesTooFarOutAndEndlessWalksReport) {
-  // A code too far out gives spot.
-  EXPECT_EQ(Settle(D(2001, 3, 1), kNoDate + 40000), D(2001, 3, 5));
-  ASSERT_EQ(host_.count("ErrorMsg"), 1);
-  EXPECT_EQ(host_.last("ErrorMsg")->args,
-            (std::vector<std::string>{"6", "Overflow", "Get_Settlement_Day"}));
+  // A code too far out gives spot and is left as it was; so is a bare time (a day of 1899).
+  for (const Date far : {kNoDate + 40000, TimeSerial(12, 0, 0)}) {
+    host_.events.clear();
+    Date trade = D(2001, 3, 1), code = far;
+    Long inst = kEurUsd;
+    EXPECT_EQ(ticket_->Get_Settlement_Day(trade, code, inst), D(2001, 3, 5)) << far;
+    EXPECT_EQ(code, far);
+    ASSERT_EQ(host_.count("ErrorMsg"), 1);
+    EXPECT_EQ(host_.last("ErrorMsg")->args,
+              (std::vector<std::string>{"6", "Overflow", "Get_Settlement_Day"}));
+  }
 
   // Every day a holiday: spot is never found.
   host_.events.clear();
