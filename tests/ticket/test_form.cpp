@@ -11,7 +11,7 @@ TEST_F(FormTest, EnableOpensAndClosesTheFormButNeverTheCloseButton) {
   probe().f().fraConf.setVisible(true);
   probe().Enable(false);
   for (const char* name : {"cmbAccount", "fraOrderEntry", "cmdOKCancel(0)", "cmdOKCancel(1)"})
-    EXPECT_FALSE(f().controls().find(name)->Enabled()) << name;
+    EXPECT_FALSE(form().find(name)->Enabled()) << name;
   EXPECT_TRUE(f().cmdOKCancel(2).Enabled());
   EXPECT_FALSE(f().fraConf.Visible());
   // What a disabled frame holds takes no input, its own flag untouched.
@@ -28,21 +28,20 @@ TEST_F(FormTest, EnableOpensAndClosesTheFormButNeverTheCloseButton) {
 TEST_F(FormTest, TicketColourPaintsTheEntryBoxesInTheSecondColour) {
   probe().SetColour(0x00112233, 0x00445566);
   for (const char* name : {"txtLimit", "txtPrimQty"})
-    EXPECT_EQ(f().controls().find(name)->BackColor(), 0x00445566) << name;
+    EXPECT_EQ(form().find(name)->BackColor(), 0x00445566) << name;
   for (const char* name : {"UserControl", "optValid(1)", "fraSubQuote", "txtBid", "txtEquity"})
-    EXPECT_EQ(f().controls().find(name)->BackColor(), 0x00112233) << name;
+    EXPECT_EQ(form().find(name)->BackColor(), 0x00112233) << name;
   EXPECT_EQ(f().lblReason.BackColor(), static_cast<Long>(0x8000000E));
 }
 
 TEST_F(FormTest, StatusChoosesColourWordsAndCancelRequest) {
   host_.reasons[4] = "Rejected by dealer";
-  struct Case {
+  const Long grey = static_cast<Long>(0x8000000F);
+  const struct {
     Long status, colour;
     bool cancelRequest, orderNumber;
     const char* reason;
-  };
-  const Long grey = static_cast<Long>(0x8000000F);
-  const Case cases[] = {
+  } cases[] = {
       {9, 0x0000FFFF, true, true, "Your order has been received, please wait for a confirmation"},
       {2, 0x00FFFFFF, false, true, "Rejected by dealer"},
       {29, 0x00FFFF00, false, true, "You do not have enough equity to cancel this order"},
@@ -50,7 +49,7 @@ TEST_F(FormTest, StatusChoosesColourWordsAndCancelRequest) {
        "Your order may not have been received by Norvane.  Please contact the dealers."},
       {4711, grey, false, true, ""},
   };
-  for (const Case& c : cases) {
+  for (const auto& c : cases) {
     SCOPED_TRACE(c.status);
     OpenBlank();
     Initialise(Msg{.InstrumentID = kEurUsd, .Quantity = 100000, .Price = 1.2,
@@ -85,6 +84,7 @@ TEST_F(FormTest, LaterStatusesDropTheOcoWarningAndShowThePlainPrice) {
   EXPECT_EQ(f().txtPrice.Text(), "1.2500");
 }
 
+// The second blank form follows an active sell order, which it undoes.
 TEST_F(FormTest, BlankFormResetsEverythingAndAsksForPricesOnlyWhenConnected) {
   for (bool connected : {false, true}) {
     SCOPED_TRACE(connected);
@@ -100,28 +100,39 @@ TEST_F(FormTest, BlankFormResetsEverythingAndAsksForPricesOnlyWhenConnected) {
     }
     ASSERT_EQ(host_.names().back(), "RequestEquity");
     EXPECT_EQ(host_.events.back().args, (std::vector<std::string>{"0", "-1"}));
-    EXPECT_EQ(m().Status, -1);
     EXPECT_EQ(m().LimitPrice, 1.2350);
     EXPECT_EQ(m().StopPrice, 1.2350);
     EXPECT_EQ(f().UserControl.BackColor(), static_cast<Long>(0x8000000F));
-    EXPECT_TRUE(f().optBuySell(0).Value());
+    EXPECT_TRUE(f().optBuySell(0).Value() && f().fraOrderEntry.Enabled());
     EXPECT_FALSE(f().lblOrderID.Visible() || f().cmdOKCancel(1).Enabled());
+    Initialise(Msg{.InstrumentID = kEurUsd, .Quantity = -1000, .Price = 1.2,
+                   .OrderType = LIMIT_ORDER, .Status = ORDER_ACTIVE});
+    ASSERT_TRUE(f().optBuySell(1).Value() && f().cmdOKCancel(1).Enabled());
   }
 }
 
-TEST_F(FormTest, BlankFormChoosesQuoteThenStopWhenMarketIsClosed) {
-  struct Case {
+// The rights and the instrument enable the order types; a blank form selects Market, else
+// Quote, else Stop. A quote-only instrument offers Quote whatever the rights.
+TEST_F(FormTest, RightsAndInstrumentEnableTheOrderTypesAndChooseTheBlankFormsOne) {
+  const struct {
     Integer rights, instStatus;
+    bool market, quote, pending;
     int selected;  // 0: none
+  } cases[] = {
+      {0x0004, 0, true, false, false, 1},  {0x0004, 1, false, true, false, 5},
+      {0x0084, 0, true, false, true, 1},   {0x0400, 0, false, true, false, 5},
+      {0x0080, 0, false, false, true, 3},  {0, 0, false, false, false, 0},
+      {0, 1, false, true, false, 5},
   };
-  // A quote-only instrument opens Quote whatever the rights.
-  const Case cases[] = {{0x0004, 0, 1}, {0x0400, 0, 5}, {0x0080, 0, 3}, {0, 0, 0}, {0, 1, 5}};
-  for (const Case& c : cases) {
-    SCOPED_TRACE(c.rights);
+  for (const auto& c : cases) {
+    SCOPED_TRACE(testing::Message() << c.rights << " instrument status " << c.instStatus);
     ticket_->setLanguage(1);
     ticket_->setAccountType(c.rights);
     host_.instruments[kEurUsd].Status = c.instStatus;
     Initialise(Msg{.InstrumentID = kEurUsd});
+    EXPECT_EQ(f().optType(1).Enabled(), c.market);
+    EXPECT_EQ(f().optType(5).Enabled(), c.quote);
+    for (int i : {2, 3, 4}) EXPECT_EQ(f().optType(i).Enabled(), c.pending) << i;
     for (int i = 1; i <= 5; ++i) EXPECT_EQ(f().optType(i).Value(), i == c.selected) << i;
   }
 }

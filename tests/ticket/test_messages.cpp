@@ -22,21 +22,16 @@ class MessagesTest : public TicketTest {
   }
   // Places a sell limit order at 1.2400 and confirms it: the ticket waits in 21.
   void SendSellLimit() {
-    Form& form = f().controls();
-    form.userClick(f().optBuySell(1));
-    form.userClick(f().optType(2));
-    form.userPaste(f().txtLimit, "1.2400");
-    form.userClick(f().cmdOKCancel(0));
-    form.userClick(f().cmdOKCancel(3));
+    Click(f().optBuySell(1));
+    Click(f().optType(2));
+    form().userPaste(f().txtLimit, "1.2400");
+    Click(f().cmdOKCancel(0));
+    Click(f().cmdOKCancel(3));
     ASSERT_EQ(m().Status, ORDER_ACTIVE_INTERNAL);
   }
-  void Ack(Integer gid, Boolean success) {
-    Long from = 0;
-    ticket_->GuaranteedMsgAck(from, gid, success);
-  }
+  void Ack(Integer gid, Boolean success) { Call(&Clientticket::GuaranteedMsgAck, 0, gid, success); }
   void Equity(Long account, double equity) {
-    double limit = 5;
-    ticket_->ReceivedEquity(account, equity, limit);
+    Call(&Clientticket::ReceivedEquity, account, equity, 5.0);
   }
 
   RecordingPrinter printer_;
@@ -80,24 +75,13 @@ TEST_F(MessagesTest, MessageMethodsFillWhatTheirShapeLacks) {
   EXPECT_EQ(m().TradeID, 77);
   EXPECT_EQ(m().Duration, loop_.now());  // a trade lasts the present moment
 
-  Long from = 0, order = 0, account = 1, instrument = kEurUsd, primSec = 0, type = LIMIT_ORDER,
-       status = ORDER_PENDING, link = 5, action = ACTION_OCO, counterparty = 0, dummy = 0,
-       system = 0, cpSystem = 0, profile = 0;
-  double quantity = 1000, price = 1.2, strike = 0;
-  Date duration = kNoDate, marketTime = 0, valueDate = 0, expiry = 0;
-  Integer reason = 0;
-  std::string text;
-  Boolean encrypt = false;
-  ticket_->OrderGenericPending(from, order, account, instrument, quantity, primSec, price, type,
-                               duration, marketTime, valueDate, status, link, action, reason,
-                               counterparty, dummy, text, system, encrypt, cpSystem, profile);
+  // A pending OCO limit linked to order 5, then its cancellation.
+  Call(&Clientticket::OrderGenericPending, 0, 0, 1, kEurUsd, 1000.0, 0, 1.2, LIMIT_ORDER, kNoDate,
+       0.0, 0.0, ORDER_PENDING, 5, ACTION_OCO, 0, 0, 0, "", 0, false, 0, 0);
   EXPECT_EQ(m().TradeID, 0);
   EXPECT_EQ(m().LinkID, 5);
-
-  status = ORDER_CANCELLED;
-  ticket_->OrderGenericCancel(from, order, account, instrument, quantity, primSec, price, type,
-                              duration, marketTime, valueDate, status, reason, counterparty,
-                              dummy, text, system, encrypt, cpSystem, profile, strike, expiry);
+  Call(&Clientticket::OrderGenericCancel, 0, 0, 1, kEurUsd, 1000.0, 0, 1.2, LIMIT_ORDER, kNoDate,
+       0.0, 0.0, ORDER_CANCELLED, 0, 0, 0, "", 0, false, 0, 0, 0.0, 0.0);
   EXPECT_EQ(m().LinkID, 0);
   EXPECT_EQ(m().Action, ACTION_NONE);
   EXPECT_EQ(m().Status, ORDER_CANCELLED);
@@ -123,16 +107,23 @@ TEST_F(MessagesTest, TradeConfirmationTakesItsOwnAccountsEquityOnce) {
   EXPECT_EQ(f().lblTradeConf.Caption().find("Unless"), std::string::npos);
 }
 
-TEST_F(MessagesTest, PrintingAnEmptyTestTradeLeavesTheCaptionAlone) {
+// Print leaves the panel and its caption alone; OK closes the panel, and Close the ticket.
+TEST_F(MessagesTest, TradePanelPrintsAnEmptyTestTradeThenClosesWithTheTicket) {
   ticket_->setAccountType(0x0004);  // not live
   Execute(0, 0);
   const std::string caption = f().lblTradeConf.Caption();
   EXPECT_NE(caption.find("you have sold 0.00 EUR"), std::string::npos);
   EXPECT_NE(caption.find(" Please note that this is not a live trade. "), std::string::npos);
-  ASSERT_TRUE(f().controls().userClick(f().cmdOKCancel(6)));
+  Click(f().cmdOKCancel(6));
   EXPECT_EQ(printer_.jobs, 1);
   EXPECT_TRUE(f().fraTradeConf.Visible());
   EXPECT_EQ(f().lblTradeConf.Caption(), caption);
+  Click(f().cmdOKCancel(5));
+  EXPECT_FALSE(f().fraTradeConf.Visible());
+  EXPECT_EQ(form().focused(), &f().cmdOKCancel(2));
+  host_.events.clear();
+  Click(f().cmdOKCancel(2));
+  EXPECT_EQ(host_.names(), std::vector<std::string>{"CloseTicket"});
 }
 
 }  // namespace

@@ -14,12 +14,9 @@ class OrderEntryTest : public TicketTest {
     Initialise(Msg{.AccountID = 1, .InstrumentID = kEurUsd});
   }
   void Tick(double bid, double offer, Long type = PRICE_TRADED, Long instrument = kEurUsd) {
-    Long counterparty = 0, source = 0;
-    Date time = 0;
-    ticket_->PriceGeneric(instrument, counterparty, bid, offer, type, source, time);
+    Call(&Clientticket::PriceGeneric, instrument, 0, bid, offer, type, 0, 0.0);
   }
   void Market(double bid, double offer) { host_.prices[kEurUsd] = Price(bid, offer); }
-  Form& form() { return f().controls(); }
   // The user comes into the box from elsewhere and types.
   void Type(TextBox& box, const std::string& text) {
     form().userFocus(f().cmbAccount);
@@ -67,9 +64,8 @@ TEST_F(OrderEntryTest, QuantityLimitsAndWholeContracts) {
   EXPECT_FALSE(Check());
 }
 
-TEST_F(OrderEntryTest, TypingTheAmountDerivesTheCounterAmount) {
+TEST_F(OrderEntryTest, TheAmountDerivesTheCounterAmountAndStepsByContracts) {
   Type(f().txtPrimQty, "200000");
-  EXPECT_EQ(f().txtPrimQty.Text(), "200000");
   EXPECT_EQ(f().txtSecQty.Text(), "247,000.00");
   Type(f().txtPrimQty, "(5)");
   EXPECT_EQ(m().Quantity, -5);
@@ -83,9 +79,8 @@ TEST_F(OrderEntryTest, TypingTheAmountDerivesTheCounterAmount) {
   EXPECT_EQ(f().txtPrimQty.Text(), "0.00");
   form().userFocus(f().txtPrimQty);
   EXPECT_EQ(f().txtPrimQty.Text(), "");
-}
-
-TEST_F(OrderEntryTest, SpinnersAndContractButtonsStepByContracts) {
+  // The spinner and the contract buttons step by contracts.
+  Type(f().txtPrimQty, "100000");
   form().userSpin(f().udPrim, true);
   EXPECT_EQ(f().txtPrimQty.Text(), "200,000.00");
   form().userSpin(f().udPrim, false);
@@ -117,7 +112,7 @@ TEST_F(OrderEntryTest, SecondaryRulingMirrorsPriceCaptionsAndColours) {
   EXPECT_EQ(f().txtPrimQty.BackColor(), static_cast<Long>(0x8000000E));
 }
 
-TEST_F(OrderEntryTest, TicksAreTakenOnlyByABlankFormForItsInstrument) {
+TEST_F(OrderEntryTest, TicksAreTakenOnlyByABlankFormForItsInstrumentAndZeroesStopDealing) {
   Tick(1.3, 1.31, PRICE_BOTH);
   Tick(1.3, 1.31, PRICE_INDICATIVE);
   Tick(1.3, 1.31, PRICE_TRADED, kGbpUsd);
@@ -125,6 +120,15 @@ TEST_F(OrderEntryTest, TicksAreTakenOnlyByABlankFormForItsInstrument) {
   probe().m().CurrentAccount.PriceProfile = -1;
   Tick(1.3, 1.31);
   EXPECT_EQ(f().txtPrice.Text(), "1.3100");
+  // Zero prices stop dealing until a real tick.
+  Market(0, 0);
+  Tick(0, 0);
+  EXPECT_EQ(f().txtPrice.Text(), "   -   ");
+  EXPECT_EQ(f().txtSecQty.Text(), "");
+  EXPECT_FALSE(CanPlace() || f().cmdBuySell(0).Enabled());
+  Market(1.2345, 1.2350);
+  Tick(1.2345, 1.2350);
+  EXPECT_TRUE(CanPlace() && f().cmdBuySell(1).Enabled());
   // On a price profile the form shows the host's price for it, never the tick.
   probe().m().CurrentAccount.PriceProfile = 7;
   Tick(1.5, 1.51);
@@ -140,33 +144,20 @@ TEST_F(OrderEntryTest, TicksAreTakenOnlyByABlankFormForItsInstrument) {
   EXPECT_EQ(m().Bid, 1.2345);
 }
 
-TEST_F(OrderEntryTest, ZeroPricesDisableDealingUntilARealTick) {
-  probe().m().CurrentAccount.PriceProfile = -1;
-  Market(0, 0);
-  Tick(0, 0);
-  EXPECT_EQ(f().txtPrice.Text(), "   -   ");
-  EXPECT_EQ(f().txtSecQty.Text(), "");
-  EXPECT_FALSE(CanPlace() || f().cmdBuySell(0).Enabled());
-  Market(1.2345, 1.2350);
-  Tick(1.2345, 1.2350);
-  EXPECT_TRUE(CanPlace() && f().cmdBuySell(1).Enabled());
-}
-
 TEST_F(OrderEntryTest, LimitAndStopAreComparedStrictlyWithAFreshMarket) {
-  struct Case {
+  const struct {
     Long type;
     bool buy;
     double limit, stop;
     bool passes;
-  };
-  const Case cases[] = {
+  } cases[] = {
       {LIMIT_ORDER, true, 1.2349, 0, true},      {LIMIT_ORDER, true, 1.2350, 0, false},
       {LIMIT_ORDER, false, 1.2346, 0, true},     {LIMIT_ORDER, false, 1.2345, 0, false},
       {STOPLOSS_ORDER, true, 0, 1.2351, true},   {STOPLOSS_ORDER, true, 0, 1.2350, false},
       {STOPLOSS_ORDER, false, 0, 1.2344, true},  {STOPLOSS_ORDER, false, 0, 1.2345, false},
       {OCO_ORDER, true, 1.2300, 1.2400, true},   {OCO_ORDER, true, 1.2300, 1.2300, false},
   };
-  for (const Case& c : cases) {
+  for (const auto& c : cases) {
     SCOPED_TRACE(testing::Message() << c.type << (c.buy ? " buy " : " sell ") << c.limit << " "
                                     << c.stop);
     probe().f().optBuySell(c.buy ? 0 : 1).setValue(true);
@@ -209,14 +200,10 @@ TEST_F(OrderEntryTest, PriceBoxesFollowTheirMembersAndStepByOnePip) {
 }
 
 TEST_F(OrderEntryTest, AccountsLoadOnceSelectingOneAsksForEquityAndEquityIsItsOwn) {
-  Long id = 2, profile = 5, third = 3, sameProfile = 6;
-  std::string name = "Hedge", thirdName = "Third";
-  ticket_->LoadAccount(id, name, profile);
+  Call(&Clientticket::LoadAccount, 2, "Hedge", 5);
   EXPECT_EQ(f().cmbAccount.ListIndex(), 0);  // another account selects nothing
-  name = "Hedge renamed";
-  profile = 6;
-  ticket_->LoadAccount(id, name, profile);
-  ticket_->LoadAccount(third, thirdName, sameProfile);
+  Call(&Clientticket::LoadAccount, 2, "Hedge renamed", 6);
+  Call(&Clientticket::LoadAccount, 3, "Third", 6);
   EXPECT_EQ(m().Accounts.size(), 4u);
   EXPECT_EQ(f().cmbAccount.List(1), "Hedge");
 
@@ -234,12 +221,9 @@ TEST_F(OrderEntryTest, AccountsLoadOnceSelectingOneAsksForEquityAndEquityIsItsOw
   EXPECT_EQ(host_.count("RequestEquity"), 2);
 
   // Equity for another account leaves the frame alone.
-  Long account = 1;
-  double equity = -1234.5, limit = 0;
-  ticket_->ReceivedEquity(account, equity, limit);
+  Call(&Clientticket::ReceivedEquity, 1, -1234.5, 0.0);
   EXPECT_EQ(f().txtEquity.Text(), "");
-  account = 3;
-  ticket_->ReceivedEquity(account, equity, limit);
+  Call(&Clientticket::ReceivedEquity, 3, -1234.5, 0.0);
   EXPECT_EQ(f().txtEquity.Text(), "(1,234.50)");
 }
 
@@ -250,16 +234,13 @@ TEST_F(OrderEntryTest, TheAccountListEndsAt32767Accounts) {
   for (Long i = 1; i <= 32767; ++i) probe().m().Accounts[i].AccountID = 100000 + i;
   const auto listed = f().cmbAccount.ListCount();
   host_.events.clear();
-  Long id = 7, profile = 0;
-  std::string name = "One too many";
-  ticket_->LoadAccount(id, name, profile);
+  Call(&Clientticket::LoadAccount, 7, "One too many", 0);
   EXPECT_EQ(m().Accounts.size(), 32768u);
   EXPECT_EQ(f().cmbAccount.ListCount(), listed);
   ASSERT_NE(host_.last("ErrorMsg"), nullptr);
   EXPECT_EQ(host_.last("ErrorMsg")->args, (std::vector<std::string>{"6", "", "LoadAccount"}));
   // An account already in the list is still updated.
-  id = 132767;
-  ticket_->LoadAccount(id, name, profile);
+  Call(&Clientticket::LoadAccount, 132767, "One too many", 0);
   EXPECT_EQ(m().Accounts[32767].AccountName, "One too many");
 }
 

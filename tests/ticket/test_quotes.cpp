@@ -15,17 +15,9 @@ class QuoteTest : public TicketTest {
   }
   void Quote(double bid, double offer, double seconds, Long orderID = 55,
              double quantity = 100000, Long primSec = QTY_PRIMARY) {
-    Long from = 0, account = 1, instrument = kEurUsd, type = 0, status = 16, counterparty = 9,
-         dummy = 0, system = 0, cpSystem = 4, profile = 0;
-    double strike = 0;
-    Date duration = kNoDate + seconds / 86400.0, marketTime = 0, valueDate = 0, expiry = 0;
-    Integer reason = 8;
-    std::string text;
-    Boolean encrypt = false;
-    ticket_->OrderGenericQuote(from, orderID, account, instrument, quantity, primSec, bid, offer,
-                               type, duration, marketTime, valueDate, status, reason,
-                               counterparty, dummy, text, system, encrypt, cpSystem, profile,
-                               strike, expiry);
+    // Status 16 and reason 8 from counterparty 9 (system 4), valid for `seconds`.
+    Call(&Clientticket::OrderGenericQuote, 0, orderID, 1, kEurUsd, quantity, primSec, bid, offer,
+         0, kNoDate + seconds / 86400.0, 0.0, 0.0, 16, 8, 9, 0, "", 0, false, 4, 0, 0.0, 0.0);
   }
 };
 
@@ -43,7 +35,7 @@ TEST_F(QuoteTest, RequoteRestartsTheSecondAndTheCountGoesOnAfterADeal) {
   EXPECT_EQ(f().lblQuoteTime.Caption(), "19");
   EXPECT_TRUE(f().cmdQuote(2).Enabled());
 
-  ASSERT_TRUE(f().controls().userClick(f().cmdQuote(2)));
+  Click(f().cmdQuote(2));
   EXPECT_EQ(host_.last("VtOrderGenericNew")->args[6], "1.2351");  // Buy deals at the offer
   EXPECT_EQ(m().Status, ORDER_EXECUTED_INTERNAL);
   EXPECT_FALSE(f().cmdQuote(2).Enabled());
@@ -51,7 +43,7 @@ TEST_F(QuoteTest, RequoteRestartsTheSecondAndTheCountGoesOnAfterADeal) {
   EXPECT_TRUE(f().cmdQuote(2).Enabled());
 }
 
-TEST_F(QuoteTest, SuspensionStopsTheCountAndALiveQuoteRestartsIt) {
+TEST_F(QuoteTest, SuspensionStopsTheCountALiveQuoteRestartsItACancellationEndsIt) {
   Quote(1.2345, 1.2350, 30);
   Quote(0, 0, 30);
   EXPECT_TRUE(f().cmdQuote(1).Enabled());
@@ -62,6 +54,11 @@ TEST_F(QuoteTest, SuspensionStopsTheCountAndALiveQuoteRestartsIt) {
   EXPECT_EQ(f().lblQuoteMsg.ForeColor(), 0x000000FF);  // red until the first tick
   loop_.advance(1000);
   EXPECT_EQ(f().lblQuoteMsg.ForeColor(), f().UserControl.ForeColor());
+  // Valid to trade leaves the quote running; a cancellation ends it.
+  Initialise(Msg{.OrderID = 55, .InstrumentID = kEurUsd, .Status = ORDER_VALID_TO_TRADE});
+  EXPECT_TRUE(f().fraQuote.Visible() && loop_.isRunning(f().Timer1));
+  Initialise(Msg{.OrderID = 55, .InstrumentID = kEurUsd, .Status = ORDER_CANCELLED});
+  EXPECT_FALSE(f().fraQuote.Visible() || loop_.isRunning(f().Timer1));
 }
 
 TEST_F(QuoteTest, ExpiryCancelsWithReasonTwoOnlyWhenConnected) {
@@ -99,7 +96,7 @@ TEST_F(QuoteTest, OneWayQuoteShowsTheSidesButtonAndPrice) {
   loop_.advance(1000);  // a requote's buttons wait for the next tick
   host_.connected = false;
   host_.events.clear();
-  ASSERT_TRUE(f().controls().userClick(f().cmdQuote(1)));
+  Click(f().cmdQuote(1));
   EXPECT_EQ(host_.names(), (std::vector<std::string>{"Connected", "Message"}));
 }
 
@@ -117,15 +114,6 @@ TEST_F(QuoteTest, QuotesForOtherOrdersAndOverlongQuotesChangeLittle) {
 
   Quote(1.2345, 1.2350, 32767);
   EXPECT_EQ(f().lblQuoteTime.Caption(), "32767");
-}
-
-TEST_F(QuoteTest, ValidToTradeLeavesTheQuoteButACancellationEndsIt) {
-  Quote(1.2345, 1.2350, 30);
-  Initialise(Msg{.OrderID = 55, .InstrumentID = kEurUsd, .Status = ORDER_VALID_TO_TRADE});
-  EXPECT_TRUE(f().fraQuote.Visible());
-  EXPECT_TRUE(loop_.isRunning(f().Timer1));
-  Initialise(Msg{.OrderID = 55, .InstrumentID = kEurUsd, .Status = ORDER_CANCELLED});
-  EXPECT_FALSE(f().fraQuote.Visible() || loop_.isRunning(f().Timer1));
 }
 
 }  // namespace

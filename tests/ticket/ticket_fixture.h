@@ -9,6 +9,7 @@
 #include <map>
 #include <memory>
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include "platform/date.h"
@@ -40,7 +41,6 @@ struct TicketProbe {
   Long FindNewInst(Long id, Date value) { return t.Find_New_Inst(id, value); }
   bool InstFamily(Long id, std::vector<Long>& family) { return t.Get_Inst_Family(id, family); }
   void ValueClick() { t.cmdValue_Click(); }
-  void CalendarKey(Integer key) { t.calValueDate_KeyPress(key); }
 };
 
 // One event as the host saw it: its name and its arguments as text, in order.
@@ -90,7 +90,6 @@ class RecordingHost : public ClientticketEvents {
     std::snprintf(buffer, sizeof buffer, "%.15g", v);
     return buffer;
   }
-  static std::string S(const std::string& v) { return v; }
   static std::string S(const Variant& v) {
     if (!v.isArray()) return v.isEmpty() ? "null" : S(v.toDouble());
     std::string out = "[";
@@ -234,10 +233,7 @@ class TicketTest : public ::testing::Test {
 
   explicit TicketTest(const std::string& localeName = "en_US")
       : locale_(Locale::ByName(localeName)) {
-    TicketServices services;
-    services.loop = &loop_;
-    services.locale = &locale_;
-    ticket_ = std::make_unique<Clientticket>(services);
+    ticket_ = std::make_unique<Clientticket>(TicketServices{.loop = &loop_, .locale = &locale_});
     ticket_->setHost(&host_);
     host_.instruments[kEurUsd] = Instrument(kEurUsd, "EUR/USD", "Euro vs US Dollar", 0.0001);
     host_.instruments[kEurUsd].BaseID = kEur;
@@ -265,25 +261,24 @@ class TicketTest : public ::testing::Test {
   }
   void Initialise(Msg&& m) { Initialise(m); }
 
+  // Calls a method of the ticket, whose parameters are all references, with copies of `args`.
+  template <typename R, typename... P, typename... A>
+  R Call(R (Clientticket::*method)(P&...), A... args) {
+    std::tuple<P...> values(args...);
+    return std::apply([&](P&... p) { return (ticket_.get()->*method)(p...); }, values);
+  }
+
   // An execution of a market order on account 1's EUR/USD at 1.2345, as a trade message.
   void Execute(double quantity, Long tradeID, Long primSec = QTY_PRIMARY) {
-    Long from = 0, account = 1, instrument = kEurUsd, type = MARKET_ORDER,
-         status = ORDER_EXECUTED, zero = 0;
-    double price = 1.2345, strike = 0;
-    Date marketTime = 0, valueDate = 37320, expiry = 0;
-    Integer reason = 0;
-    std::string text;
-    Boolean encrypt = false;
-    ticket_->TradeGeneric(from, tradeID, account, instrument, quantity, primSec, price, type,
-                          marketTime, valueDate, status, reason, zero, zero, zero, zero, text, zero,
-                          encrypt, zero, zero, strike, expiry);
+    Call(&Clientticket::TradeGeneric, 0, tradeID, 1, kEurUsd, quantity, primSec, 1.2345,
+         MARKET_ORDER, 0.0, 37320.0, ORDER_EXECUTED, 0, 0, 0, 0, 0, "", 0, false, 0, 0, 0.0, 0.0);
   }
 
   // A user with every right, in English, and a blank EUR/USD ticket.
-  void OpenBlank(Long instrument = kEurUsd) {
+  void OpenBlank() {
     ticket_->setLanguage(1);
     ticket_->setAccountType(kEveryRight);
-    Initialise(Msg{.InstrumentID = instrument, .Status = -1});
+    Initialise(Msg{.InstrumentID = kEurUsd});
   }
 
   static constexpr Integer kEveryRight = 0x0004 | 0x0400 | 0x0080 | 0x0002;
@@ -293,9 +288,7 @@ class TicketTest : public ::testing::Test {
   // once, by the first setting of the language: a user of another language is set up in it
   // from the start.
   void SetUpUser(Integer rights = kEveryRight, Integer language = 1) {
-    Long id = 1, profile = 0;
-    std::string name = "Main";
-    ticket_->LoadAccount(id, name, profile);
+    Call(&Clientticket::LoadAccount, 1, "Main", 0);
     ticket_->setLanguage(language);
     ticket_->setAccountType(rights);
   }
@@ -303,7 +296,7 @@ class TicketTest : public ::testing::Test {
   // The host connected, and a blank EUR/USD ticket on account 1 for value 05-Mar-2002.
   void OpenBlankForValue() {
     host_.connected = true;
-    Initialise(Msg{.AccountID = 1, .InstrumentID = kEurUsd, .ValueDate = 37320, .Status = -1});
+    Initialise(Msg{.AccountID = 1, .InstrumentID = kEurUsd, .ValueDate = 37320});
   }
 
   // The host connected, and a two-way request for 100,000 EUR vs USD gone out as order 55
@@ -318,6 +311,8 @@ class TicketTest : public ::testing::Test {
   const TicketMembers& m() const { return ticket_->members(); }
   TicketForm& f() { return ticket_->form(); }
   TicketProbe probe() { return TicketProbe{*ticket_}; }
+  Form& form() { return f().controls(); }
+  void Click(Control& c) { ASSERT_TRUE(form().userClick(c)) << c.fullName(); }
 
   HeadlessLoop loop_;
   Locale locale_;
