@@ -49,9 +49,14 @@ void Clientticket::Show_Order_Confirm() {
   ResumeNext([&] { pair = Get_Pair_Desc(); });
   ResumeNext([&] { lblConfCurrs.setCaption(lblConfCurrs.Caption() + " " + pair); });
 
-  // The statement is always in English, built piece by piece.
-  std::string text;
-  auto add = [&](auto piece) { ResumeNext([&] { text += piece(); }); };
+  // The statement is always in English, built piece by piece on the label itself: what runs
+  // in the account search's yields sees it half built.
+  auto add = [&](auto piece) {
+    ResumeNext([&] {
+      const std::string text = piece();
+      lblConfirm.setCaption(lblConfirm.Caption() + text);
+    });
+  };
   ResumeNext([&] { lblConfirm.setCaption(""); });
   add([] { return std::string("To: "); });
   add([] { return std::string(kCompanyNameLong); });
@@ -93,7 +98,6 @@ void Clientticket::Show_Order_Confirm() {
   add([&] {
     return std::string(Duration == kNoDate || !fraValid.Visible() ? "(GTC)." : "(Day Order).");
   });
-  ResumeNext([&] { lblConfirm.setCaption(text); });
 
   // The note names the bank once; later runs find no token.
   ResumeNext([&] {

@@ -64,6 +64,19 @@ TEST_F(SubmissionTest, StatementPanelAndTwoWayReadingTheSameOnBothSides) {
   EXPECT_EQ(f().lblConfirm.Caption(), sell);
 }
 
+// An account the list does not hold leaves its line out; the search yields for each account
+// it passes, and what runs then sees the statement half built on the label.
+TEST_F(SubmissionTest, StatementWithoutTheAccountIsBuiltOnTheLabelPieceByPiece) {
+  probe().m().AccountID = 99;
+  std::string halfBuilt;
+  host_.inside["Connected"] = [&] { loop_.post([&] { halfBuilt = f().lblConfirm.Caption(); }); };
+  Click(f().cmdOKCancel(0));
+  EXPECT_EQ(halfBuilt, "To: Halden Bank\r\nFrom: ");
+  const std::string statement = f().lblConfirm.Caption();
+  EXPECT_EQ(statement.rfind("To: Halden Bank\r\nFrom: \r\nI wish to place a market", 0), 0u)
+      << statement;
+}
+
 // Every side, both quantity boxes and each single-order type: the sign follows the option,
 // the price follows the type, the validity frame decides the duration, and the GID comes
 // fresh from the event just before; exactly one order goes out and the ticket waits.
