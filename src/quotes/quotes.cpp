@@ -72,12 +72,15 @@ Variant Clientticket::OrderGenericQuote(Long& FromID, Long& OrderID, Long& Accou
       }
       Update_Quantities();
 
-      lblQuoteMsg.setCaption(
-          "You have received a new quote of " + lblQuotePrice.Caption() +
-          (twoWay ? " for " : sells ? " to sell " : " to buy ") +
-          FormatNumber(std::fabs(t.Quantity), kAmountPattern, locale()) + " " + Get_Pair_Desc() +
-          " value " + FormatDateDMY(t.ValueDate, locale()) + " from " + kCompanyNameLong +
-          ".\r\n\r\nThis quote will be cancelled when the number of seconds reaches zero.");
+      // Read from left to right: the price and the amount are taken before the pair's questions
+      // to the host, which may answer with a requote of its own.
+      std::string message = "You have received a new quote of " + lblQuotePrice.Caption();
+      message += twoWay ? " for " : t.Quantity <= 0 ? " to sell " : " to buy ";
+      message += FormatNumber(std::fabs(t.Quantity), kAmountPattern, locale()) + " ";
+      message += Get_Pair_Desc();
+      message += " value " + FormatDateDMY(t.ValueDate, locale()) + " from " + kCompanyNameLong +
+                 ".\r\n\r\nThis quote will be cancelled when the number of seconds reaches zero.";
+      lblQuoteMsg.setCaption(message);
       // Off and on: a running timer restarts, so the next tick is a full second away.
       Timer1.setInterval(kQuoteTickMs);
       Timer1.setTimerEnabled(false);

@@ -100,6 +100,17 @@ TEST_F(QuoteTest, OneWayQuoteShowsTheSidesButtonAndPrice) {
   EXPECT_EQ(host_.names(), (std::vector<std::string>{"Connected", "Message"}));
 }
 
+// The sentence reads its pieces in order: a requote the host sends while it is asked for the
+// pair comes after the price and the amount were taken.
+TEST_F(QuoteTest, SentenceTakesPriceAndAmountBeforeThePairIsAskedFor) {
+  host_.inside["VtInstGetArray"] = [&] { Quote(1.3344, 1.3351, 9, 55, 300000); };
+  Quote(1.2344, 1.2351, 15);
+  EXPECT_EQ(f().lblQuoteMsg.Caption().rfind(
+                "You have received a new quote of 1.2344/51 for 100,000.00 EUR vs USD value ", 0),
+            0u)
+      << f().lblQuoteMsg.Caption();
+}
+
 TEST_F(QuoteTest, QuotesForOtherOrdersAndOverlongQuotesChangeLittle) {
   Quote(1.2345, 1.2350, 30, 56);
   EXPECT_FALSE(f().fraQuote.Visible());
