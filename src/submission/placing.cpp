@@ -78,9 +78,12 @@ void Clientticket::Show_Order_Confirm() {
       case MARKET_ORDER: return "a market order at " + price(MarketPrice);
       case LIMIT_ORDER: return "a limit order at " + price(LimitPrice);
       case STOPLOSS_ORDER: return "a stop loss order at " + price(StopPrice);
-      case OCO_ORDER:
-        return "two orders worked OCO.  A limit order at " + price(LimitPrice) +
-               " and a stop loss order at " + price(StopPrice) + ", both";
+      case OCO_ORDER: {
+        // The limit first: formatting a price yields, and the stop is read after it.
+        std::string phrase = "two orders worked OCO.  A limit order at " + price(LimitPrice);
+        phrase += " and a stop loss order at " + price(StopPrice) + ", both";
+        return phrase;
+      }
       case TWOWAY_ORDER: return std::string("a two-way quote request");
       case MANUAL_TRADE: return "a manual trade at " + price(MarketPrice);
       default: return std::string();

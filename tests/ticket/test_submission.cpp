@@ -77,6 +77,22 @@ TEST_F(SubmissionTest, StatementWithoutTheAccountIsBuiltOnTheLabelPieceByPiece) 
       << statement;
 }
 
+// The two prices of an OCO statement are read in order: what runs in the yield of the limit's
+// text (here a change of both prices, as a message taken then would make) shows in the stop's.
+TEST_F(SubmissionTest, OcoStatementReadsTheLimitBeforeTheStop) {
+  Click(f().optType(4));
+  form().userPaste(f().txtLimit, "1.2300");
+  form().userPaste(f().txtStop, "1.2400");
+  host_.inside["Connected"] = [&] {
+    loop_.post([&] { probe().m().LimitPrice = 1.1, probe().m().StopPrice = 1.3; });
+  };
+  Click(f().cmdOKCancel(0));
+  EXPECT_NE(
+      f().lblConfirm.Caption().find("A limit order at 1.2300 and a stop loss order at 1.3000"),
+      std::string::npos)
+      << f().lblConfirm.Caption();
+}
+
 // Every side, both quantity boxes and each single-order type: the sign follows the option,
 // the price follows the type, the validity frame decides the duration, and the GID comes
 // fresh from the event just before; exactly one order goes out and the ticket waits.
