@@ -5,6 +5,7 @@
 
 #include <cmath>
 #include <string>
+#include <tuple>
 
 #include "platform/date.h"
 #include "platform/number_format.h"
@@ -152,12 +153,18 @@ void Clientticket::cmdOKCancel_Click(Integer Index) {
       const Long sentStatus = pending ? ORDER_CANCEL_REQUEST : ORDER_CLIENT_CANCELLED;
       ResumeNext([&] {
         const Date duration = fraValid.Visible() ? Duration : kNoDate;
+        const auto head =
+            std::make_tuple(DealingGateway, OrderID, AccountID, InstrumentID, Quantity,
+                            PrimarySecondaryQty, MarketPrice, OrderType, duration, MarketTime,
+                            ValueDate, sentStatus, LinkID, static_cast<Integer>(Action), Integer{6},
+                            CounterpartyID, Encrypt, DummyLive, FreeFormat, SystemID);
         const Integer gid = Get_GID();
-        raise(&ClientticketEvents::VtOrderGenericNew, DealingGateway, OrderID, AccountID,
-              InstrumentID, Quantity, PrimarySecondaryQty, MarketPrice, OrderType, duration,
-              MarketTime, ValueDate, sentStatus, LinkID, static_cast<Integer>(Action), 6,
-              CounterpartyID, Encrypt, DummyLive, FreeFormat, SystemID, gid, CounterPartySystemID,
-              PriceProfileID, 0);
+        std::apply(
+            [&](const auto&... a) {
+              raise(&ClientticketEvents::VtOrderGenericNew, a..., gid, CounterPartySystemID,
+                    PriceProfileID, 0);
+            },
+            head);
       });
       // Written after the event: an answer given inside it keeps its display, not its Status.
       Status = pending ? ORDER_CANCEL_REQUEST : ORDER_CANCELLED_INTERNAL;
@@ -189,11 +196,18 @@ void Clientticket::cmdOKCancel_Click(Integer Index) {
         ResumeNext([&] {
           const double quantity = buy ? std::fabs(Quantity) : -std::fabs(Quantity);
           const Date now = loop().now();
+          const auto head =
+              std::make_tuple(DealingGateway, Long{0}, AccountID, InstrumentID, quantity,
+                              PrimarySecondaryQty, MarketPrice, static_cast<Integer>(OrderType),
+                              now, ValueDate, static_cast<Integer>(Status), Reason, Long{0},
+                              CounterpartyID, LinkID, Encrypt, DummyLive, FreeFormat, SystemID);
           const Integer gid = Get_GID();
-          raise(&ClientticketEvents::VtTradeGenericNew, DealingGateway, 0, AccountID, InstrumentID,
-                quantity, PrimarySecondaryQty, MarketPrice, static_cast<Integer>(OrderType), now,
-                ValueDate, static_cast<Integer>(Status), Reason, 0, CounterpartyID, LinkID, Encrypt,
-                DummyLive, FreeFormat, SystemID, gid, CounterpartyID, PriceProfileID, 0);
+          std::apply(
+              [&](const auto&... a) {
+                raise(&ClientticketEvents::VtTradeGenericNew, a..., gid, CounterpartyID,
+                      PriceProfileID, 0);
+              },
+              head);
         });
       } else if (OrderType == OCO_ORDER) {
         ResumeNext([&] {
@@ -247,11 +261,20 @@ void Clientticket::cmdOKCancel_Click(Integer Index) {
           // Good till cancelled unless the validity frame offered a choice.
           const Date duration = fraValid.Visible() ? Duration : kNoDate;
           const Date now = loop().now();
+          // What goes before the GID is read before it is asked for: the host may call back
+          // into the ticket while it answers.
+          const auto head =
+              std::make_tuple(DealingGateway, Long{0}, AccountID, InstrumentID, quantity,
+                              PrimarySecondaryQty, price, OrderType, duration, now, ValueDate,
+                              Long{ORDER_PLACED}, LinkID, static_cast<Integer>(Action), Reason,
+                              CounterpartyID, Encrypt, DummyLive, FreeFormat, SystemID);
           const Integer gid = Get_GID();
-          raise(&ClientticketEvents::VtOrderGenericNew, DealingGateway, 0, AccountID, InstrumentID,
-                quantity, PrimarySecondaryQty, price, OrderType, duration, now, ValueDate,
-                ORDER_PLACED, LinkID, static_cast<Integer>(Action), Reason, CounterpartyID, Encrypt,
-                DummyLive, FreeFormat, SystemID, gid, CounterPartySystemID, PriceProfileID, 0);
+          std::apply(
+              [&](const auto&... a) {
+                raise(&ClientticketEvents::VtOrderGenericNew, a..., gid, CounterPartySystemID,
+                      PriceProfileID, 0);
+              },
+              head);
         });
       }
       resizeBack();

@@ -111,6 +111,21 @@ TEST_F(QuoteTest, SentenceTakesPriceAndAmountBeforeThePairIsAskedFor) {
       << f().lblQuoteMsg.Caption();
 }
 
+// A requote that arrives while the host answers the GID question does not change the deal
+// already being sent.
+TEST_F(QuoteTest, DealArgumentsAreReadBeforeTheGidIsAskedFor) {
+  Quote(1.2345, 1.2350, 30);
+  host_.inside["GID"] = [&] {
+    Call(&Clientticket::OrderGenericQuote, 0, 55, 1, kEurUsd, 100000.0, 0, 1.2355, 1.2360, 0,
+         kNoDate + 30 / 86400.0, 0.0, 0.0, 16, 8, 19, 0, "", 0, false, 4, 0, 0.0, 0.0);
+  };
+  Click(f().cmdQuote(2));
+  ASSERT_EQ(m().CounterpartyID, 19);
+  const auto& args = host_.last("VtOrderGenericNew")->args;
+  EXPECT_EQ((std::vector<std::string>{args[6], args[15]}),
+            (std::vector<std::string>{"1.235", "9"}));  // the offer and dealer quoted
+}
+
 TEST_F(QuoteTest, QuotesForOtherOrdersAndOverlongQuotesChangeLittle) {
   Quote(1.2345, 1.2350, 30, 56);
   EXPECT_FALSE(f().fraQuote.Visible());

@@ -146,6 +146,20 @@ TEST_F(SubmissionTest, EverySideQuantityAndTypeGoesOutAsTheFormSays) {
   }
 }
 
+// The arguments before the GID are read before the GID is asked for: a quote the host sends
+// for order 0 while it answers changes the ticket, not the order that is going out.
+TEST_F(SubmissionTest, OrderArgumentsAreReadBeforeTheGidIsAskedFor) {
+  Click(f().cmdOKCancel(0));
+  host_.inside["GID"] = [&] {
+    Call(&Clientticket::OrderGenericQuote, 0, 0, 1, kEurUsd, 300000.0, 0, 0.0, 0.0, 0, kNoDate, 0.0,
+         0.0, 16, 8, 9, 0, "", 0, false, 4, 0, 0.0, 0.0);
+  };
+  Click(f().cmdOKCancel(3));
+  ASSERT_EQ(m().CounterpartyID, 9);
+  const auto& args = Last("VtOrderGenericNew").args;
+  EXPECT_EQ((std::vector<std::string>{args[14], args[15]}), (std::vector<std::string>{"0", "0"}));
+}
+
 // A ticket the host opened as a manual trade on a market form sends a trade, not an order.
 TEST_F(SubmissionTest, ManualTradeGoesOutAsATradeWithItsOwnArguments) {
   ticket_->setCompanyCtrPty(0);
