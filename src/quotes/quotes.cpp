@@ -159,18 +159,12 @@ void Clientticket::cmdQuote_Click(Integer Index) {
     const double price = Index == 0 ? Bid : Index == 2 ? Offer : MarketPrice;
     const Long status = Index == 1 ? ORDER_CLIENT_CANCELLED : ORDER_CLIENT_ACCEPTED;
     const Integer reason = Index == 2 ? Reason : Integer{6};
-    // What goes before the GID is read before it is asked for.
-    const auto head = std::make_tuple(DealingGateway, OrderID, AccountID, InstrumentID, quantity,
-                                      PrimarySecondaryQty, price, OrderType, Duration, MarketTime,
-                                      ValueDate, status, Long{0}, Integer{0}, reason,
-                                      CounterpartyID, Encrypt, DummyLive, FreeFormat, SystemID);
-    const Integer gid = Get_GID();
-    std::apply(
-        [&](const auto&... a) {
-          raise(&ClientticketEvents::VtOrderGenericNew, a..., gid, CounterPartySystemID,
-                PriceProfileID, 0);
-        },
-        head);
+    raiseWithGid(&ClientticketEvents::VtOrderGenericNew,
+                 std::make_tuple(DealingGateway, OrderID, AccountID, InstrumentID, quantity,
+                                 PrimarySecondaryQty, price, OrderType, Duration, MarketTime,
+                                 ValueDate, status, Long{0}, Integer{0}, reason, CounterpartyID,
+                                 Encrypt, DummyLive, FreeFormat, SystemID),
+                 CounterPartySystemID);
   });
   Status = Index == 1 ? ORDER_CANCELLED_INTERNAL : ORDER_EXECUTED_INTERNAL;
   connectedOrSay();

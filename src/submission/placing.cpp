@@ -153,18 +153,13 @@ void Clientticket::cmdOKCancel_Click(Integer Index) {
       const Long sentStatus = pending ? ORDER_CANCEL_REQUEST : ORDER_CLIENT_CANCELLED;
       ResumeNext([&] {
         const Date duration = fraValid.Visible() ? Duration : kNoDate;
-        const auto head =
+        raiseWithGid(
+            &ClientticketEvents::VtOrderGenericNew,
             std::make_tuple(DealingGateway, OrderID, AccountID, InstrumentID, Quantity,
                             PrimarySecondaryQty, MarketPrice, OrderType, duration, MarketTime,
                             ValueDate, sentStatus, LinkID, static_cast<Integer>(Action), Integer{6},
-                            CounterpartyID, Encrypt, DummyLive, FreeFormat, SystemID);
-        const Integer gid = Get_GID();
-        std::apply(
-            [&](const auto&... a) {
-              raise(&ClientticketEvents::VtOrderGenericNew, a..., gid, CounterPartySystemID,
-                    PriceProfileID, 0);
-            },
-            head);
+                            CounterpartyID, Encrypt, DummyLive, FreeFormat, SystemID),
+            CounterPartySystemID);
       });
       // Written after the event: an answer given inside it keeps its display, not its Status.
       Status = pending ? ORDER_CANCEL_REQUEST : ORDER_CANCELLED_INTERNAL;
@@ -196,18 +191,13 @@ void Clientticket::cmdOKCancel_Click(Integer Index) {
         ResumeNext([&] {
           const double quantity = buy ? std::fabs(Quantity) : -std::fabs(Quantity);
           const Date now = loop().now();
-          const auto head =
+          raiseWithGid(
+              &ClientticketEvents::VtTradeGenericNew,
               std::make_tuple(DealingGateway, Long{0}, AccountID, InstrumentID, quantity,
                               PrimarySecondaryQty, MarketPrice, static_cast<Integer>(OrderType),
                               now, ValueDate, static_cast<Integer>(Status), Reason, Long{0},
-                              CounterpartyID, LinkID, Encrypt, DummyLive, FreeFormat, SystemID);
-          const Integer gid = Get_GID();
-          std::apply(
-              [&](const auto&... a) {
-                raise(&ClientticketEvents::VtTradeGenericNew, a..., gid, CounterpartyID,
-                      PriceProfileID, 0);
-              },
-              head);
+                              CounterpartyID, LinkID, Encrypt, DummyLive, FreeFormat, SystemID),
+              CounterpartyID);
         });
       } else if (OrderType == OCO_ORDER) {
         ResumeNext([&] {
@@ -261,20 +251,13 @@ void Clientticket::cmdOKCancel_Click(Integer Index) {
           // Good till cancelled unless the validity frame offered a choice.
           const Date duration = fraValid.Visible() ? Duration : kNoDate;
           const Date now = loop().now();
-          // What goes before the GID is read before it is asked for: the host may call back
-          // into the ticket while it answers.
-          const auto head =
+          raiseWithGid(
+              &ClientticketEvents::VtOrderGenericNew,
               std::make_tuple(DealingGateway, Long{0}, AccountID, InstrumentID, quantity,
                               PrimarySecondaryQty, price, OrderType, duration, now, ValueDate,
                               Long{ORDER_PLACED}, LinkID, static_cast<Integer>(Action), Reason,
-                              CounterpartyID, Encrypt, DummyLive, FreeFormat, SystemID);
-          const Integer gid = Get_GID();
-          std::apply(
-              [&](const auto&... a) {
-                raise(&ClientticketEvents::VtOrderGenericNew, a..., gid, CounterPartySystemID,
-                      PriceProfileID, 0);
-              },
-              head);
+                              CounterpartyID, Encrypt, DummyLive, FreeFormat, SystemID),
+              CounterPartySystemID);
         });
       }
       resizeBack();

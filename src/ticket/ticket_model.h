@@ -12,6 +12,7 @@
 
 #include <memory>
 #include <string>
+#include <tuple>
 #include <utility>
 #include <vector>
 
@@ -312,6 +313,20 @@ class Clientticket : private TicketPlatform, private TicketMembers, private Tick
   template <typename... Params, typename... Args>
   void raise(void (ClientticketEvents::*event)(Params...), Args&&... args) {
     outside([&] { (host_->*event)(std::forward<Args>(args)...); });
+  }
+  // Raises an order event whose GID is fetched while its arguments are filled, just before the
+  // event: the arguments ahead of the GID are read before the host is asked (it may call back
+  // into the ticket while it answers), the two members after it once it has answered, and the
+  // priority is 0.
+  template <typename... Params, typename... Head>
+  void raiseWithGid(void (ClientticketEvents::*event)(Params...), const std::tuple<Head...>& head,
+                    const Long& counterPartySystemID) {
+    const Integer gid = Get_GID();
+    std::apply(
+        [&](const auto&... a) {
+          raise(event, a..., gid, counterPartySystemID, PriceProfileID, Integer{0});
+        },
+        head);
   }
   // Runs the host's code (an event handler, the loop's work, the printer) inside a call.
   // The life must outlast the call, which may destroy the ticket: a running entry holds it
