@@ -50,8 +50,9 @@ void Clientticket::Show_Trade_Confirm() {
   ResumeNext([&] { text += std::string(kCompanyNameLong) + " confirms that you have "; });
   ResumeNext([&] { text += Quantity > 0 ? "bought " : "sold "; });
   ResumeNext([&] {
-    text += FormatNumber(std::fabs(Quantity), kAmountPattern, locale()) + " " + Get_Pair_Desc() +
-            " ";
+    // The amount is read before the host is asked for the pair, as the sentence reads.
+    text += FormatNumber(std::fabs(Quantity), kAmountPattern, locale()) + " ";
+    text += Get_Pair_Desc() + " ";
   });
   ResumeNext([&] { text += "value " + FormatDateDMY(ValueDate, locale()) + " for account "; });
   if (found) ResumeNext([&] { text += accountName + " at a price of "; });

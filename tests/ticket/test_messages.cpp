@@ -107,6 +107,21 @@ TEST_F(MessagesTest, TradeConfirmationTakesItsOwnAccountsEquityOnce) {
   EXPECT_EQ(f().lblTradeConf.Caption().find("Unless"), std::string::npos);
 }
 
+// The wording reads its pieces in order: an execution the host reports while it is asked for
+// the pair comes after the amount was taken.
+TEST_F(MessagesTest, ConfirmationTakesTheAmountBeforeThePairIsAskedFor) {
+  // The pair's questions come after the intake's three look-ups and two price requests.
+  host_.inside["VtPriceGetArray"] = [&] {
+    host_.inside["VtPriceGetArray"] = [&] {
+      host_.inside["VtInstGetArray"] = [&] { Execute(2000, 78); };
+    };
+  };
+  Execute(-1000, 77);
+  EXPECT_NE(f().lblTradeConf.Caption().find("you have sold 1,000.00 EUR vs USD value"),
+            std::string::npos)
+      << f().lblTradeConf.Caption();
+}
+
 // Print leaves the panel and its caption alone; OK closes the panel, and Close the ticket.
 TEST_F(MessagesTest, TradePanelPrintsAnEmptyTestTradeThenClosesWithTheTicket) {
   ticket_->setAccountType(0x0004);  // not live
