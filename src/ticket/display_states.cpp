@@ -51,7 +51,9 @@ void Clientticket::Show_Status(const PriceRec& price, const InstrumentRec& inst,
       row(&kYellow, true, true, kReceivedText);
       break;
     case ORDER_CANCELLED: {
-      row(&kWhite, false, true, Get_Reason_Desc(Reason));
+      // The reason is the last column: the host is asked for it once the row shows the rest.
+      row(&kWhite, false, true, "");
+      lblReason.setCaption(Get_Reason_Desc(Reason));
       const std::string plain = GeneralNumber(messagePrice, locale());
       txtLimit.setText(plain);
       txtStop.setText(plain);

@@ -62,6 +62,25 @@ TEST_F(FormTest, StatusChoosesColourWordsAndCancelRequest) {
   }
 }
 
+// A cancelled order's row asks for the reason last: a host that looks at the ticket while it
+// answers finds it white, closed and numbered already.
+TEST_F(FormTest, CancelledRowAsksForTheReasonAfterItsOtherColumns) {
+  OpenBlank();
+  probe().m().OrderID = 77;
+  Long colour = 0;
+  bool open = true;
+  std::string number;
+  host_.inside["GetReason"] = [&] {
+    colour = f().UserControl.BackColor();
+    open = f().fraOrderEntry.Enabled();
+    number = f().lblOrderID.Visible() ? f().lblOrderID.Caption() : "";
+  };
+  Initialise(Msg{.OrderID = 77, .InstrumentID = kEurUsd, .Status = ORDER_CANCELLED});
+  EXPECT_EQ(colour, 0x00FFFFFF);
+  EXPECT_FALSE(open);
+  EXPECT_EQ(number, "77");
+}
+
 TEST_F(FormTest, LaterStatusesDropTheOcoWarningAndShowThePlainPrice) {
   OpenBlank();
   Msg oco{.InstrumentID = kEurUsd, .Quantity = 1000, .Status = ORDER_PENDING, .Action = ACTION_OCO};
