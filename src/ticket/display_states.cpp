@@ -2,6 +2,7 @@
 //   Show_Status, Show_Blank_Form.
 
 #include <string>
+#include <type_traits>
 
 #include "platform/number_format.h"
 #include "ticket/ticket_model.h"
@@ -30,14 +31,18 @@ void Clientticket::Show_Status(const PriceRec& price, const InstrumentRec& inst,
     lblOrderID.setVisible(true);
     lblOrderIDCaption.setVisible(true);
   };
-  // The columns of a row: colour, Enable, Cancel Req, the order number, the reason.
-  auto row = [&](const Long* colour, bool cancelRequest, bool orderNumber,
-                 const std::string& reason) {
+  // The columns of a row: colour, Enable, Cancel Req, the order number, the reason. A reason the
+  // host gives comes as a call, made when the row reaches it.
+  auto row = [&](const Long* colour, bool cancelRequest, bool orderNumber, const auto& reason) {
     if (colour) Set_Ticket_Colour(*colour, *colour);
     Enable(false);
     cmdOKCancel(1).setEnabled(cancelRequest);
     if (orderNumber) showOrderNumber();
-    lblReason.setCaption(reason);
+    if constexpr (std::is_invocable_v<decltype(reason)>) {
+      lblReason.setCaption(reason());
+    } else {
+      lblReason.setCaption(reason);
+    }
   };
   static constexpr Long kYellow = TicketColour::kYellow, kWhite = TicketColour::kWhite,
                         kGreen = TicketColour::kGreen, kCyan = TicketColour::kCyan;
@@ -51,9 +56,7 @@ void Clientticket::Show_Status(const PriceRec& price, const InstrumentRec& inst,
       row(&kYellow, true, true, kReceivedText);
       break;
     case ORDER_CANCELLED: {
-      // The reason is the last column: the host is asked for it once the row shows the rest.
-      row(&kWhite, false, true, "");
-      lblReason.setCaption(Get_Reason_Desc(Reason));
+      row(&kWhite, false, true, [&] { return Get_Reason_Desc(Reason); });
       const std::string plain = GeneralNumber(messagePrice, locale());
       txtLimit.setText(plain);
       txtStop.setText(plain);
