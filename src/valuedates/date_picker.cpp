@@ -15,8 +15,11 @@ void Clientticket::cmdValue_Click() {
     return;
   }
 
+  // Each step reads the calendar's day afresh: the test asks the host, and a day moved meanwhile
+  // is the day searched for and taken.
   Date chosen = calValueDate.Value();
   if (Valid_Value_Date(InstrumentID, chosen)) {
+    chosen = calValueDate.Value();
     const Long found = Find_New_Inst(InstrumentID, chosen);
     if (found == -1) return;  // the calendar stays open
     InstrumentID = found;

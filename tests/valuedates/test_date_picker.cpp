@@ -46,6 +46,18 @@ TEST_F(DatePickerTest, AValueDateBeyondTheRangeOpensOnTheDayAlreadySelected) {
   EXPECT_EQ(m().ValueDate, D(2007, 1, 5));
 }
 
+// The day is read at each step: one moved while the test asks the host is the day searched for
+// and taken, never the instrument of one day with the date of another.
+TEST_F(DatePickerTest, ADayMovedWhileItIsTestedIsTheDaySearchedFor) {
+  Open(kSpot, D(2001, 3, 5));
+  probe().ValueClick();
+  calendar().setValue(D(2001, 3, 12));
+  host_.inside["SystemTime"] = [&] { calendar().setValue(D(2001, 6, 5)); };
+  probe().ValueClick();
+  EXPECT_EQ(m().InstrumentID, k3M);
+  EXPECT_EQ(m().ValueDate, D(2001, 6, 5));
+}
+
 TEST_F(DatePickerTest, HowAChoiceEnds) {
   // How it ends: the value button, a click on a day, or a key (13 Enter, 32 space).
   enum How { kButton = -2, kClick = -1 };
