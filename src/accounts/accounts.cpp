@@ -44,10 +44,13 @@ void Clientticket::cmbAccount_Click() {
     if (Accounts[i].AccountID == id) {
       ResumeNext([&] {
         if (CurrentAccount.PriceProfile != Accounts[i].PriceProfile) {
-          // The host may rewrite the element's profile through the look-up.
-          Long profile = Accounts[i].PriceProfile;
+          // The look-up gets the element's profile by reference: what the host writes there
+          // lands in the element. A held copy is written back only when the host changed it,
+          // so a LoadAccount that the host ran while answering keeps the profile it gave.
+          const Long asked = Accounts[i].PriceProfile;
+          Long profile = asked;
           const PriceRec price = Price_Get_Array(InstrumentID, CompanyCtrPty, profile);
-          if (i < Accounts.size()) Accounts[i].PriceProfile = profile;
+          if (profile != asked && i < Accounts.size()) Accounts[i].PriceProfile = profile;
           Bid = price.Bid;
           Offer = price.Offer;
           Check_Price(false);

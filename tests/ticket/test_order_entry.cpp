@@ -227,6 +227,17 @@ TEST_F(OrderEntryTest, AccountsLoadOnceSelectingOneAsksForEquityAndEquityIsItsOw
   EXPECT_EQ(f().txtEquity.Text(), "(1,234.50)");
 }
 
+// The price look-up of a new profile gets the account's own profile: an update of the account
+// that the host makes while it answers is the profile the ticket takes, not undone afterwards.
+TEST_F(OrderEntryTest, AnAccountUpdatedWhileItsPricesAreFetchedKeepsTheNewProfile) {
+  Call(&Clientticket::LoadAccount, 2, "Hedge", 5);
+  host_.inside["VtPriceGetArray"] = [&] { Call(&Clientticket::LoadAccount, 2, "Hedge", 8); };
+  form().userSelect(f().cmbAccount, 1);
+  EXPECT_EQ(m().Accounts[2].PriceProfile, 8);
+  EXPECT_EQ(m().CurrentAccount.PriceProfile, 8);
+  EXPECT_EQ(m().PriceProfileID, 8);
+}
+
 TEST_F(OrderEntryTest, TheAccountListEndsAt32767Accounts) {
   // The walk counts in 16 bits: past the last of 32767 accounts the count overflows, and a
   // new account is refused with the overflow's number.
