@@ -30,22 +30,23 @@ std::string Clientticket::Get_Pair_Desc() {
 
 void Clientticket::Show_Trade_Confirm() {
   std::string text;
-  std::string accountName;
-  bool found = false;
+  // The element found; its name is read where the text names it, since the pair's questions
+  // to the host come between the two places. The array only grows, so the place holds.
+  std::size_t account = 0;
   ResumeNext([&] { text = "Trade ID: " + std::to_string(TradeID) + kCrLf + kCrLf; });
   ResumeNext([&] { text += "To: "; });
   ResumeNext([&] {
     const std::size_t upper = Accounts.size() - 1;
     for (std::size_t i = 1; i <= upper && i < Accounts.size(); ++i) {
       if (Accounts[i].AccountID == AccountID) {
-        accountName = Accounts[i].AccountName;
-        found = true;
+        account = i;
         break;
       }
       yield();
     }
   });
-  if (found) ResumeNext([&] { text += accountName + kCrLf; });
+  const bool found = account != 0;
+  if (found) ResumeNext([&] { text += Accounts.at(account).AccountName + kCrLf; });
   ResumeNext([&] { text += std::string("From: ") + kCompanyNameLong + kCrLf + kCrLf; });
   ResumeNext([&] { text += std::string(kCompanyNameLong) + " confirms that you have "; });
   ResumeNext([&] { text += Quantity > 0 ? "bought " : "sold "; });
@@ -55,7 +56,7 @@ void Clientticket::Show_Trade_Confirm() {
     text += Get_Pair_Desc() + " ";
   });
   ResumeNext([&] { text += "value " + FormatDateDMY(ValueDate, locale()) + " for account "; });
-  if (found) ResumeNext([&] { text += accountName + " at a price of "; });
+  if (found) ResumeNext([&] { text += Accounts.at(account).AccountName + " at a price of "; });
   ResumeNext([&] { text += Single_Price_As_String(MarketPrice, Pip); });
   ResumeNext([&] { text += std::string(kCrLf) + kCrLf; });
   if (DummyLive == DUMMY_TRADING) {

@@ -122,6 +122,20 @@ TEST_F(MessagesTest, ConfirmationTakesTheAmountBeforeThePairIsAskedFor) {
       << f().lblTradeConf.Caption();
 }
 
+// The account's name is read where the text names it: a rename the host makes while it is
+// asked for the pair shows in the second place, after the pair.
+TEST_F(MessagesTest, ConfirmationReadsTheAccountNameWhereItIsWorded) {
+  host_.inside["VtPriceGetArray"] = [&] {
+    host_.inside["VtPriceGetArray"] = [&] {
+      host_.inside["VtInstGetArray"] = [&] { Call(&Clientticket::LoadAccount, 1, "Renamed", 0); };
+    };
+  };
+  Execute(-1000, 77);
+  const std::string caption = f().lblTradeConf.Caption();
+  EXPECT_NE(caption.find("To: Main\r\n"), std::string::npos) << caption;
+  EXPECT_NE(caption.find("for account Renamed at a price of"), std::string::npos) << caption;
+}
+
 // Print leaves the panel and its caption alone; OK closes the panel, and Close the ticket.
 TEST_F(MessagesTest, TradePanelPrintsAnEmptyTestTradeThenClosesWithTheTicket) {
   ticket_->setAccountType(0x0004);  // not live
