@@ -74,9 +74,10 @@ Variant Clientticket::OrderGenericQuote(Long& FromID, Long& OrderID, Long& Accou
       Update_Quantities();
 
       // Read from left to right: the price and the amount are taken before the pair's questions
-      // to the host, which may answer with a requote of its own.
+      // to the host, which may answer with a requote of its own. The kind of quote is read here
+      // too, not taken from the layout: the quantities have asked the host for a price since.
       std::string message = "You have received a new quote of " + lblQuotePrice.Caption();
-      message += twoWay ? " for " : t.Quantity <= 0 ? " to sell " : " to buy ";
+      message += t.OrderType == TWOWAY_ORDER ? " for " : t.Quantity <= 0 ? " to sell " : " to buy ";
       message += FormatNumber(std::fabs(t.Quantity), kAmountPattern, locale()) + " ";
       message += Get_Pair_Desc();
       message += " value " + FormatDateDMY(t.ValueDate, locale()) + " from " + kCompanyNameLong +

@@ -111,6 +111,20 @@ TEST_F(QuoteTest, SentenceTakesPriceAndAmountBeforeThePairIsAskedFor) {
       << f().lblQuoteMsg.Caption();
 }
 
+// The sentence names the kind of quote by the order's type when it is worded: a message that
+// makes the request a limit order while the quantities ask the host for a price is read there.
+TEST_F(QuoteTest, SentenceReadsTheOrderTypeWhenItIsWorded) {
+  host_.inside["VtPriceGetArray"] = [&] {
+    Initialise(Msg{.OrderID = 55, .AccountID = 1, .InstrumentID = kEurUsd, .Quantity = 100000,
+                   .Price = 1.2300, .OrderType = LIMIT_ORDER, .Status = ORDER_ACTIVE});
+  };
+  Quote(1.2344, 1.2351, 15);
+  ASSERT_EQ(m().OrderType, LIMIT_ORDER);
+  EXPECT_EQ(
+      f().lblQuoteMsg.Caption().rfind("You have received a new quote of 1.2344/51 to buy ", 0), 0u)
+      << f().lblQuoteMsg.Caption();
+}
+
 // A requote that arrives while the host answers the GID question does not change the deal
 // already being sent.
 TEST_F(QuoteTest, DealArgumentsAreReadBeforeTheGidIsAskedFor) {
