@@ -189,6 +189,10 @@ int ScriptHost::run(std::istream& in, std::ostream& out, std::ostream& err) {
     if (!text.empty() && text.back() == '\r') text.pop_back();
     std::size_t start = text.find_first_not_of(" \t");
     if (start == std::string::npos || text[start] == '#') continue;
+    // The parser takes a NUL byte for the end of its input and would drop what follows it;
+    // JSON has no place for one, not even inside a text.
+    if (std::size_t nul = text.find('\0'); nul != std::string::npos)
+      return stop(line, "bad JSON at column " + std::to_string(nul + 1) + ": a NUL byte");
     if (NestingDepth(text) > kMaxJsonDepth)
       return stop(line, "JSON nested more than " + std::to_string(kMaxJsonDepth) + " deep");
     Action action;

@@ -37,6 +37,9 @@ TEST(ScriptHost, AnUnreadableLineStopsTheScriptNamingItsLine) {
       // A name with a line break or a NUL in it is written escaped: still one whole line.
       {R"({"op": "member", "name": "a\nb"})", R"(unknown member "a\nb")"},
       {R"({"op": "cl\u0000ik"})", R"(unknown op "cl\u0000ik")"},
+      // A raw NUL byte is no JSON, and what follows it is not dropped unread.
+      {std::string(R"({"op": "focused"})") + '\0' + R"({"op": "nope"})",
+       "bad JSON at column 18: a NUL byte"},
       {R"({"op": "call", "method": "Initialise", "args": {"Sta\r\ntus": 1}})",
        R"(unknown argument "Sta\r\ntus" of Initialise)"},
       {R"({"op": "call", "method": "Initialize"})", "unknown method \"Initialize\""},
