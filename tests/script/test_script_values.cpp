@@ -24,6 +24,8 @@ TEST(ScriptValues, ReadsEachTypeAndRejectsTheWrongOnes) {
       {"7", ValueType::String, {}, "a text"},
       // Dates within years 100 to 9999.
       {"-657434", ValueType::Date, -657434.0},
+      {"\"0100-01-01T12:00:00\"", ValueType::Date, -657434.5},  // noon of the first day
+      {"-657435", ValueType::Date, {}, "years 100 to 9999"},
       {"\"2001-13-01\"", ValueType::Date, {}, "a date"},
       {"2958466", ValueType::Date, {}, "years 100 to 9999"},
       {"false", ValueType::Date, {}, "a date"},
@@ -55,6 +57,7 @@ TEST(ScriptValues, WritesNumbersDatesAndVariants) {
   EXPECT_EQ(NumberJson(-0.0).dump(), "0");
   EXPECT_EQ(NumberJson(std::nan("")).dump(), "null");
   EXPECT_EQ(DateJson(1e9).dump(), "1000000000");  // no calendar date: the day count
+  EXPECT_EQ(DateJson(-657434.5).dump(), "\"0100-01-01T12:00:00\"");
 
   VariantArray array;
   array.lowerBound = 1;
