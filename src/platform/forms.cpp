@@ -603,12 +603,14 @@ void Form::keyStroke(TextBox& box, char32_t ch, TypeAt at) {
   std::string next;
   Long caret;
   if (ch == kBackspace) {
+    // With nothing selected it deletes back from where a character would go in.
+    const Long from = at == TypeAt::Caret ? start : length;
     if (selected > 0) {
       next = cut(start, selected);
       caret = start;
-    } else if (start > 0) {
-      next = cut(start - 1, 1);
-      caret = start - 1;
+    } else if (from > 0) {
+      next = cut(from - 1, 1);
+      caret = from - 1;
     } else {
       return;
     }

@@ -203,6 +203,10 @@ TEST_F(FormsTest, TypingFollowsTheKeyPressLockAndLengthRules) {
   txt.setSelLength(1);
   form.userType(txt, "4", Form::TypeAt::End);
   EXPECT_EQ(txt.Text(), "423");
+  // A backspace there deletes back from the end too, wherever the caret was left.
+  txt.setSelStart(0);
+  form.userType(txt, "\b", Form::TypeAt::End);
+  EXPECT_EQ(std::pair(txt.Text(), txt.SelStart()), std::pair(std::string("42"), Long{2}));
 }
 
 TEST_F(FormsTest, KeyPressRunsFirstAndMayCancelOrChangeTheKey) {
