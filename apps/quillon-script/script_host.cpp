@@ -8,6 +8,7 @@
 #include <limits>
 #include <ostream>
 #include <set>
+#include <unordered_set>
 
 #include "call_args.h"
 #include "platform/runtime_error.h"
@@ -24,6 +25,10 @@ constexpr int kMaxListDepth = 16;
 // Arrays and objects on one line nest at most this deep, so that nothing recursive (the
 // parser's tree, the text of a value in a message) can exhaust the stack.
 constexpr int kMaxJsonDepth = 100;
+// No command has near this many fields. An object keeps its keys in order and looks each new
+// one up among them, so a line of a great many different keys would take quadratic time to
+// read; past this many it is refused instead.
+constexpr std::size_t kMaxFields = 100;
 // The longest single `advance`: one day.
 constexpr std::int64_t kMaxAdvanceMs = 86'400'000;
 
@@ -97,6 +102,24 @@ int NestingDepth(const std::string& text) {
     }
   }
   return deepest;
+}
+
+// Parses one line, counting the different keys of each object as they come.
+Json ParseLine(const std::string& text) {
+  std::vector<std::unordered_set<std::string>> keys;  // of each object open, innermost last
+  return Json::parse(text, [&](int, Json::parse_event_t event, Json& parsed) {
+    if (event == Json::parse_event_t::object_start) {
+      keys.emplace_back();
+    } else if (event == Json::parse_event_t::object_end) {
+      keys.pop_back();
+    } else if (event == Json::parse_event_t::key) {
+      keys.back().insert(parsed.get<std::string>());
+      if (keys.back().size() > kMaxFields)
+        throw ScriptError("an object with more than " + std::to_string(kMaxFields) +
+                          " different fields");
+    }
+    return true;
+  });
 }
 
 std::string ParseMessage(const std::string& what) {
@@ -197,7 +220,7 @@ int ScriptHost::run(std::istream& in, std::ostream& out, std::ostream& err) {
       return stop(line, "JSON nested more than " + std::to_string(kMaxJsonDepth) + " deep");
     Action action;
     try {
-      action = Compile(Json::parse(text), line, 0);
+      action = Compile(ParseLine(text), line, 0);
     } catch (const Json::exception& e) {
       return stop(line, ParseMessage(e.what()));
     } catch (const ScriptError& e) {

@@ -28,8 +28,13 @@ Played Play(const std::string& script, ScriptHost* given = nullptr) {
 TEST(ScriptHost, AnUnreadableLineStopsTheScriptNamingItsLine) {
   const std::string get = R"({"op": "get", "name": "LinkInstID"})";
   const std::string printed = R"({"get":"LinkInstID","value":-1})";
+  // An object of very many different keys is refused as a whole, not read key by key.
+  std::string wide = R"({"op": "call", "method": "Initialise", "args": {)";
+  for (int i = 0; i <= 100; ++i) wide += (i ? ", \"k" : "\"k") + std::to_string(i) + "\": 0";
+  wide += "}}";
   // The bad line comes after a comment, a blank line and a `get`: line 4.
   const std::pair<std::string, std::string> cases[] = {
+      {wide, "an object with more than 100 different fields"},
       {R"([1, 2])", "expected a command object, got [1,2]"},
       {R"({"name": "x"})", "missing field \"op\""},
       {R"({"op": "click", "contrl": "cmdValue"})", "unknown field \"contrl\" for op \"click\""},
