@@ -196,7 +196,12 @@ Json VariantJson(const Variant& v) {
 std::string Describe(const Json& json) {
   std::string text = json.dump(-1, ' ', false, Json::error_handler_t::replace);
   constexpr std::size_t kMax = 40;
-  if (text.size() > kMax) text = text.substr(0, kMax) + "...";
+  if (text.size() > kMax) {
+    // Cut at the start of a character, never inside one.
+    std::size_t cut = kMax;
+    while (cut > 0 && (static_cast<unsigned char>(text[cut]) & 0xC0) == 0x80) --cut;
+    text = text.substr(0, cut) + "...";
+  }
   return text;
 }
 

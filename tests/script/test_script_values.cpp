@@ -58,6 +58,13 @@ TEST(ScriptValues, WritesNumbersDatesAndVariants) {
   EXPECT_EQ(NumberJson(std::nan("")).dump(), "null");
   EXPECT_EQ(DateJson(1e9).dump(), "1000000000");  // no calendar date: the day count
   EXPECT_EQ(DateJson(-657434.5).dump(), "\"0100-01-01T12:00:00\"");
+  // A long value in a message is cut short between characters: '"' and 19 two-byte ones.
+  auto accents = [](int n) {
+    std::string text;
+    while (n-- > 0) text += "\u00e9";
+    return text;
+  };
+  EXPECT_EQ(Describe(Json(accents(30))), "\"" + accents(19) + "...");
 
   VariantArray array;
   array.lowerBound = 1;
