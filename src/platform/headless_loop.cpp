@@ -22,10 +22,21 @@ constexpr std::size_t kMaxWorkPerTurn = 10000;
 // Work that yields inside work that yields: deeper yields only count.
 constexpr int kMaxDepth = 8;
 
+// The clock counts milliseconds along the time line, which runs on across day 0 where the day
+// count does not: before it the time of day counts forward from the day's whole part (-1.25 is
+// day -1 at 06:00, -0.75 on the line), so that time passing moves a date before 1900 forward.
 std::int64_t ToMs(Date date) {
   if (!std::isfinite(date) || std::fabs(date) > kMaxDays)
     Raise(kInvalidProcedureCall, "the clock cannot show this date");
-  return std::llround(date * kMsPerDay);
+  const double day = std::ceil(date);
+  const double linear = date >= 0 ? date : day + (day - date);
+  return std::llround(linear * kMsPerDay);
+}
+
+Date DateOfMs(std::int64_t ms) {
+  const double linear = static_cast<double>(ms) / kMsPerDay;
+  const double day = std::floor(linear);
+  return day >= 0 ? linear : day - (linear - day);
 }
 
 class DepthGuard {
@@ -45,7 +56,7 @@ HeadlessLoop::HeadlessLoop(Date start) : clockMs_(ToMs(start)) {}
 
 HeadlessLoop::~HeadlessLoop() = default;
 
-Date HeadlessLoop::now() const { return static_cast<double>(clockMs_) / kMsPerDay; }
+Date HeadlessLoop::now() const { return DateOfMs(clockMs_); }
 
 void HeadlessLoop::startTimer(Timer& timer, Long intervalMs) {
   if (intervalMs <= 0) {

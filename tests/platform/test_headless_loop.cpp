@@ -53,6 +53,15 @@ TEST_F(HeadlessLoopTest, ClockStartsWhereToldAndKeepsTimersRelative) {
   EXPECT_EQ(ErrorOf([&] { loop.advance(INT64_MAX); }), kInvalidProcedureCall);
   EXPECT_EQ(ErrorOf([&] { loop.setClock(NAN); }), kInvalidProcedureCall);
   EXPECT_DOUBLE_EQ(loop.now(), 1.5 + 600.0 / 86400000.0);
+
+  // Before day 0 time still runs forward: 29 Dec 1899 06:00 (-1.25), six hours on, is noon
+  // (-1.5), and twelve more is midnight of 30 Dec (0).
+  a.setEnabled(false);
+  loop.setClock(-1.25);
+  loop.advance(6 * 3600000);
+  EXPECT_DOUBLE_EQ(loop.now(), -1.5);
+  loop.advance(12 * 3600000);
+  EXPECT_DOUBLE_EQ(loop.now(), 0.0);
 }
 
 TEST_F(HeadlessLoopTest, TimersFireInDueOrderAndAHandlerStoppingItsOwnTimerHasTheLastWord) {
