@@ -449,7 +449,8 @@ ScriptHost::Action ScriptHost::Compile(const Json& command, int line, int depth)
                         Describe(code));
     if (!BankHolidays::knowsCurrency(code)) {
       std::string known;
-      for (const std::string& k : BankHolidays::knownCurrencies()) known += (known.empty() ? "" : " ") + k;
+      for (const std::string& k : BankHolidays::knownCurrencies())
+        known += (known.empty() ? "" : " ") + k;
       throw ScriptError("field \"code\": no holiday calendar for " + Describe(code) +
                         "; known: " + known);
     }

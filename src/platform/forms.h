@@ -434,8 +434,8 @@ class Form {
   // 16-bit character code.
   bool userKey(TextBox& box, Integer keyAscii);
   // Types a UTF-8 text, one key stroke per character, with nothing selected going in where
-  // `at` says; "\b" deletes back from there. A character beyond 16 bits reaches the key-press handler as
-  // U+FFFD and goes in as itself unless the handler changes the key.
+  // `at` says; "\b" deletes back from there. A character beyond 16 bits reaches the key-press
+  // handler as U+FFFD and goes in as itself unless the handler changes the key.
   bool userType(TextBox& box, const std::string& text, TypeAt at = TypeAt::Caret);
   // The whole text replaced in one change, no key-press; a locked box takes none, a box with
   // a maximum length takes that many characters. The caret ends behind the text.
