@@ -248,15 +248,17 @@ void TextBoxWidget::moveCaret(int key, bool extend) {
       break;
   }
   to = std::clamp<long>(to, 0, length);
-  if (!extend) {
-    anchor_ = to;
-    box_.setSelStart(static_cast<Long>(to));
-    return;
-  }
+  select(extend ? anchor : to, to);
+}
+
+void TextBoxWidget::select(long anchor, long caret) {
+  box_.setSelStart(static_cast<Long>(std::min(anchor, caret)));
+  box_.setSelLength(static_cast<Long>(std::abs(caret - anchor)));
+  // Each write above showed itself, the first as a bare caret that took the anchor with it:
+  // the anchor is set once both are in, and the caret shown at its end even when the range
+  // itself did not change.
   anchor_ = anchor;
-  box_.setSelStart(static_cast<Long>(std::min(anchor, to)));
-  box_.setSelLength(static_cast<Long>(std::abs(to - anchor)));
-  showSelection();  // the caret's end, even when the range itself did not change
+  showSelection();
 }
 
 void TextBoxWidget::keyPressEvent(QKeyEvent* event) {
@@ -373,10 +375,12 @@ void TextBoxWidget::pushSelection() {
   const int b = a + static_cast<int>(selectedText().size());
   const long start = CodePointOffset(t, a);
   const long end = CodePointOffset(t, b);
-  anchor_ = cursorPosition() == a ? end : start;
-  if (box_.SelStart() == start && box_.SelLength() == end - start) return;
-  box_.setSelStart(static_cast<Long>(start));
-  box_.setSelLength(static_cast<Long>(end - start));
+  const bool caretAtStart = cursorPosition() == a;
+  if (box_.SelStart() == start && box_.SelLength() == end - start) {
+    anchor_ = caretAtStart ? end : start;
+    return;
+  }
+  select(caretAtStart ? end : start, caretAtStart ? start : end);
 }
 
 // ---- SpinnerWidget ----------------------------------------------------------------------

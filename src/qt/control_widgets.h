@@ -70,6 +70,8 @@ class TextBoxWidget : public QLineEdit {
   // Takes the selection out of the text with no key stroke (Delete, Cut).
   void removeSelection(bool orNextCharacter);
   void moveCaret(int key, bool extend);
+  // Selects from `anchor` to `caret` in the logical box, and shows it.
+  void select(long anchor, long caret);
   // The selection made with the mouse goes to the logical box.
   void pushSelection();
 

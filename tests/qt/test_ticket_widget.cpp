@@ -9,6 +9,8 @@
 #include <QRadioButton>
 #include <QTableView>
 #include <QToolButton>
+#include <map>
+#include <utility>
 
 #include "qt/view_fixture.h"
 
@@ -70,6 +72,36 @@ TEST_F(TicketWidgetTest, KeysReachTheBoxThroughItsKeyPressHandlerAndTheSpinnerSt
   QTest::mouseClick(down, Qt::LeftButton);
   QTest::mouseClick(down, Qt::LeftButton);
   EXPECT_EQ(edit->text(), "150,000.00");
+}
+
+TEST_F(TicketWidgetTest, ASelectionGrowsFromWhereItStartedByKeysOrByTheMouse) {
+  TextBox& box = f().txtPrimQty;
+  auto* edit = widget<QLineEdit>("txtPrimQty");
+  QTest::mouseClick(edit, Qt::LeftButton);
+  f().controls().userPaste(box, "12345678");
+  const auto selection = [&] { return std::pair(box.SelStart(), box.SelLength()); };
+  // Leftwards from the end: the caret moves away from the anchor at 8.
+  QTest::keyClick(edit, Qt::Key_End);
+  QTest::keyClick(edit, Qt::Key_Left, Qt::ShiftModifier);
+  QTest::keyClick(edit, Qt::Key_Left, Qt::ShiftModifier);
+  EXPECT_EQ(selection(), (std::pair<Long, Long>(6, 2)));
+  EXPECT_EQ(edit->cursorPosition(), 6);
+
+  // A drag leftwards from 8 past 2 to 1.
+  std::map<int, QPoint> at;
+  for (int i : {1, 2, 8}) {
+    edit->setCursorPosition(i);
+    at[i] = edit->inputMethodQuery(Qt::ImCursorRectangle).toRect().center();
+  }
+  QTest::mousePress(edit, Qt::LeftButton, {}, at[8]);
+  for (int i : {2, 1}) {
+    QMouseEvent move(QEvent::MouseMove, at[i], edit->mapToGlobal(at[i]), Qt::NoButton,
+                     Qt::LeftButton, {});
+    QApplication::sendEvent(edit, &move);
+  }
+  QTest::mouseRelease(edit, Qt::LeftButton, {}, at[1]);
+  EXPECT_EQ(selection(), (std::pair<Long, Long>(1, 7)));
+  EXPECT_EQ(edit->selectedText(), "2345678");
 }
 
 TEST_F(TicketWidgetTest, ClicksGoThroughTheLogicalControlsAndCloseMayEndTheTicket) {
