@@ -390,7 +390,8 @@ SpinnerWidget::SpinnerWidget(UpDown& spinner, ViewLink& link, QWidget* parent)
   const auto setUp = [&](QToolButton* button, bool up) {
     button->setObjectName(up ? QStringLiteral("up") : QStringLiteral("down"));
     button->setArrowType(up ? Qt::UpArrow : Qt::DownArrow);
-    button->setAutoRepeat(true);
+    // No auto-repeat: an arrow held down is one click, as on a spinner whose value stays at
+    // the end of its range of -1 to 1 till the release sets it back.
     button->setFocusPolicy(Qt::NoFocus);  // a step leaves the focus in the box it steps
     connect(button, &QToolButton::clicked, this, [&spinner, &link, up] {
       if (link.form) link.form->userSpin(spinner, up);

@@ -72,6 +72,11 @@ TEST_F(TicketWidgetTest, KeysReachTheBoxThroughItsKeyPressHandlerAndTheSpinnerSt
   QTest::mouseClick(down, Qt::LeftButton);
   QTest::mouseClick(down, Qt::LeftButton);
   EXPECT_EQ(edit->text(), "150,000.00");
+  // An arrow held down is one step, however long it is held.
+  QTest::mousePress(up, Qt::LeftButton);
+  QTest::qWait(up->autoRepeatDelay() + 3 * up->autoRepeatInterval());
+  QTest::mouseRelease(up, Qt::LeftButton);
+  EXPECT_EQ(edit->text(), "250,000.00");
 }
 
 TEST_F(TicketWidgetTest, ASelectionGrowsFromWhereItStartedByKeysOrByTheMouse) {
