@@ -162,13 +162,17 @@ TextBoxWidget::TextBoxWidget(TextBox& box, ViewLink& link, QWidget* parent)
   showText();
 }
 
+// Both read the logical box: once the view is detached there may be none (the ticket ended
+// inside the user's action that is still under way, a focus move into this box among them).
 void TextBoxWidget::showText() {
+  if (!link_.form) return;
   const QString text = ToQString(box_.Text());
   if (text != this->text()) setText(text);
   showSelection();
 }
 
 void TextBoxWidget::showSelection() {
+  if (!link_.form) return;
   const QString t = text();
   const long start = box_.SelStart();
   const long length = box_.SelLength();

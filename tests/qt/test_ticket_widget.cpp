@@ -137,6 +137,16 @@ TEST_F(TicketWidgetTest, ClicksGoThroughTheLogicalControlsAndCloseMayEndTheTicke
   EXPECT_TRUE(view_->findChildren<QPushButton*>().isEmpty());
 }
 
+TEST_F(TicketWidgetTest, TheTicketMayEndInsideTheFocusMoveOfAClickIntoABox) {
+  // Leaving an empty amount writes 0.00, whose refresh asks the host for a price: the host
+  // closes the ticket there, while the click into the next box is still under way.
+  QTest::mouseClick(widget<QLineEdit>("txtPrimQty"), Qt::LeftButton);
+  f().controls().userPaste(f().txtPrimQty, "");
+  host_.inside["VtPriceGetArray"] = [&] { view_->detach(), ticket_.reset(); };
+  QTest::mouseClick(widget<QLineEdit>("txtSecQty"), Qt::LeftButton);
+  EXPECT_EQ(ticket_, nullptr);
+}
+
 TEST_F(TicketWidgetTest, TheCalendarIsBuiltWhenItFirstShowsAndHandsOnDaysAndKeys) {
   EXPECT_EQ(view_->findChild<QCalendarWidget*>(), nullptr);  // not shown, not built yet
   MonthView& cal = f().calValueDate;
