@@ -669,11 +669,18 @@ QSize TicketWidget::sizeHint() const {
 
 bool TicketWidget::eventFilter(QObject* watched, QEvent* event) {
   const QEvent::Type type = event->type();
-  if (type != QEvent::FocusIn && type != QEvent::KeyPress) return false;
+  if (type != QEvent::FocusIn && type != QEvent::KeyPress && type != QEvent::Wheel) return false;
   Form* form = d_->link.form;
   if (!form) return false;
   Control* c = d_->inputs.value(watched, nullptr);
   if (!c) return false;
+
+  if (type == QEvent::Wheel) {
+    // The wheel turns the account list only once the user has put the focus there: a trader
+    // scrolling over the ticket does not switch its account by chance.
+    auto* list = qobject_cast<QComboBox*>(watched);
+    return list && !list->hasFocus();
+  }
 
   if (type == QEvent::FocusIn) {
     // Only the user's own moves: focus that Qt passes on because a control was hidden or

@@ -3,12 +3,14 @@
 
 #include <QCalendarWidget>
 #include <QClipboard>
+#include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QTableView>
 #include <QToolButton>
+#include <QWheelEvent>
 #include <map>
 #include <utility>
 
@@ -107,6 +109,27 @@ TEST_F(TicketWidgetTest, ASelectionGrowsFromWhereItStartedByKeysOrByTheMouse) {
   QTest::mouseRelease(edit, Qt::LeftButton, {}, at[1]);
   EXPECT_EQ(selection(), (std::pair<Long, Long>(1, 7)));
   EXPECT_EQ(edit->selectedText(), "2345678");
+}
+
+// A turn of the wheel over the account list changes the account only when the list has the
+// focus, not while the user works in another box.
+TEST_F(TicketWidgetTest, TheWheelTurnsTheAccountListOnlyWithTheFocus) {
+  Call(&Clientticket::LoadAccount, 2, "Second", 0);
+  auto* list = widget<QComboBox>("cmbAccount");
+  const Long before = f().cmbAccount.ListIndex();
+  auto wheel = [&] {
+    const QPointF at(list->width() / 2.0, list->height() / 2.0);
+    QWheelEvent event(at, list->mapToGlobal(at), QPoint(), QPoint(0, -120), Qt::NoButton,
+                      Qt::NoModifier, Qt::NoScrollPhase, false);
+    QApplication::sendEvent(list, &event);
+  };
+  Click("txtPrimQty");
+  wheel();
+  EXPECT_EQ(f().cmbAccount.ListIndex(), before);
+  list->setFocus(Qt::MouseFocusReason);
+  wheel();
+  EXPECT_NE(f().cmbAccount.ListIndex(), before);
+  EXPECT_EQ(m().AccountID, 2);
 }
 
 TEST_F(TicketWidgetTest, ClicksGoThroughTheLogicalControlsAndCloseMayEndTheTicket) {
