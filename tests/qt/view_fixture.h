@@ -5,7 +5,6 @@
 #include <QTemporaryDir>
 #include <QTest>
 #include <memory>
-#include <tuple>
 
 #include "qt/html_printer.h"
 #include "qt/ticket_widget.h"
@@ -42,13 +41,6 @@ class ViewTest : public TicketTest {
     view_->show();
     view_->activateWindow();
     ASSERT_TRUE(QTest::qWaitForWindowActive(view_.get()));
-  }
-
-  // Calls a method of the ticket, whose parameters are all references, with copies of `args`.
-  template <typename C, typename R, typename... P, typename... A>
-  R Call(R (C::*method)(P&...), A... args) {
-    std::tuple<P...> values(args...);
-    return std::apply([&](P&... p) { return (ticket_.get()->*method)(p...); }, values);
   }
 
   template <typename W>

@@ -2,7 +2,6 @@
 
 #include <functional>
 #include <stdexcept>
-#include <tuple>
 
 #include "ticket/ticket_fixture.h"
 
@@ -16,19 +15,11 @@ class ReentrancyTest : public TicketTest {
     ticket_ = std::make_unique<Clientticket>(TicketServices{.loop = &loop_, .locale = &locale_});
     ticket_->setHost(&host_);
     host_.inside.clear();
-    Call(&Clientticket::LoadAccount, 1, std::string("Main"), -1);
-    ticket_->setLanguage(1);
-    ticket_->setAccountType(kEveryRight);
+    SetUpUser(kEveryRight, 1, -1);
     OpenBlankForValue();
     host_.events.clear();
   }
 
-  // Calls a method of the ticket, whose parameters are all references, with copies of `args`.
-  template <typename C, typename R, typename... P, typename... A>
-  R Call(R (C::*method)(P&...), A... args) {
-    std::tuple<P...> values(args...);
-    return std::apply([&](P&... p) { return (ticket_.get()->*method)(p...); }, values);
-  }
   void Tick(double bid, double offer) {
     Call(&Clientticket::PriceGeneric, kEurUsd, 0, bid, offer, PRICE_TRADED, 0, 0.0);
   }
@@ -41,7 +32,6 @@ class ReentrancyTest : public TicketTest {
     return Msg{.OrderID = orderID, .AccountID = 1, .InstrumentID = kEurUsd, .Quantity = 1000,
                .Price = 1.2350, .Duration = kNoDate, .ValueDate = 37320, .Status = status};
   }
-  Form& form() { return f().controls(); }
   std::string LastEvent() const { return host_.events.empty() ? "" : host_.events.back().name; }
   const std::function<void()> destroy_ = [this] { ticket_.reset(); };
   // The user types an amount, asks for the order statement and says Yes.

@@ -261,9 +261,10 @@ class TicketTest : public ::testing::Test {
   }
   void Initialise(Msg&& m) { Initialise(m); }
 
-  // Calls a method of the ticket, whose parameters are all references, with copies of `args`.
-  template <typename R, typename... P, typename... A>
-  R Call(R (Clientticket::*method)(P&...), A... args) {
+  // Calls a method of the ticket or of a class it derives from, whose parameters are all
+  // references, with copies of `args`.
+  template <typename C, typename R, typename... P, typename... A>
+  R Call(R (C::*method)(P&...), A... args) {
     std::tuple<P...> values(args...);
     return std::apply([&](P&... p) { return (ticket_.get()->*method)(p...); }, values);
   }
@@ -283,12 +284,12 @@ class TicketTest : public ::testing::Test {
 
   static constexpr Integer kEveryRight = 0x0004 | 0x0400 | 0x0080 | 0x0002;
 
-  // The usual set-up of an order-entry test: account 1 "Main" (profile 0) loaded, English,
-  // the given rights (every right and a live user by default). The captions are translated
-  // once, by the first setting of the language: a user of another language is set up in it
-  // from the start.
-  void SetUpUser(Integer rights = kEveryRight, Integer language = 1) {
-    Call(&Clientticket::LoadAccount, 1, "Main", 0);
+  // The usual set-up of an order-entry test: account 1 "Main" (profile 0 unless given) loaded,
+  // English, the given rights (every right and a live user by default). The captions are
+  // translated once, by the first setting of the language: a user of another language is set
+  // up in it from the start.
+  void SetUpUser(Integer rights = kEveryRight, Integer language = 1, Long profile = 0) {
+    Call(&Clientticket::LoadAccount, 1, "Main", profile);
     ticket_->setLanguage(language);
     ticket_->setAccountType(rights);
   }
