@@ -14,9 +14,6 @@ TEST_F(FormTest, EnableOpensAndClosesTheFormButNeverTheCloseButton) {
     EXPECT_FALSE(form().find(name)->Enabled()) << name;
   EXPECT_TRUE(f().cmdOKCancel(2).Enabled());
   EXPECT_FALSE(f().fraConf.Visible());
-  // What a disabled frame holds takes no input, its own flag untouched.
-  EXPECT_TRUE(f().txtPrimQty.Enabled());
-  EXPECT_FALSE(f().txtPrimQty.isEffectivelyEnabled());
 
   probe().f().fraConf.setVisible(true);
   probe().f().cmdOKCancel(2).setEnabled(false);
@@ -37,11 +34,8 @@ TEST_F(FormTest, TicketColourPaintsTheEntryBoxesInTheSecondColour) {
 TEST_F(FormTest, StatusChoosesColourWordsAndCancelRequest) {
   host_.reasons[4] = "Rejected by dealer";
   const Long grey = static_cast<Long>(0x8000000F);
-  const struct {
-    Long status, colour;
-    bool cancelRequest, orderNumber;
-    const char* reason;
-  } cases[] = {
+  const struct { Long status, colour; bool cancelRequest, orderNumber; const char* reason; }
+      cases[] = {
       {9, 0x0000FFFF, true, true, "Your order has been received, please wait for a confirmation"},
       {2, 0x00FFFFFF, false, true, "Rejected by dealer"},
       {29, 0x00FFFF00, false, true, "You do not have enough equity to cancel this order"},
@@ -133,11 +127,9 @@ TEST_F(FormTest, BlankFormResetsEverythingAndAsksForPricesOnlyWhenConnected) {
 // The rights and the instrument enable the order types; a blank form selects Market, else
 // Quote, else Stop. A quote-only instrument offers Quote whatever the rights.
 TEST_F(FormTest, RightsAndInstrumentEnableTheOrderTypesAndChooseTheBlankFormsOne) {
-  const struct {
-    Integer rights, instStatus;
-    bool market, quote, pending;
-    int selected;  // 0: none
-  } cases[] = {
+  // The rights, the instrument's status, the types enabled, and the one selected (0: none).
+  const struct { Integer rights, instStatus; bool market, quote, pending; int selected; }
+      cases[] = {
       {0x0004, 0, true, false, false, 1},  {0x0004, 1, false, true, false, 5},
       {0x0084, 0, true, false, true, 1},   {0x0400, 0, false, true, false, 5},
       {0x0080, 0, false, false, true, 3},  {0, 0, false, false, false, 0},

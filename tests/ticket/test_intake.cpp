@@ -26,10 +26,8 @@ class IntakeTest : public TicketTest {
 
 TEST_F(IntakeTest, BelongingRulesInTheirOrder) {
   const struct {
-    const char* what;
-    Long ticketStatus, ticketOrder, ticketInstrument, ticketLink;
-    Long msgOrder, msgInstrument, msgStatus;
-    bool accepted;
+    const char* what; Long ticketStatus, ticketOrder, ticketInstrument, ticketLink;
+    Long msgOrder, msgInstrument, msgStatus; bool accepted;
   } cases[] = {
       {"own order number", 5, 77, kEurUsd, 0, 77, kGbpUsd, 2, true},
       {"the linked order", 5, 77, kEurUsd, 78, 78, kEurUsd, 5, true},
@@ -58,12 +56,8 @@ TEST_F(IntakeTest, BelongingRulesInTheirOrder) {
 
 TEST_F(IntakeTest, EmbeddedOrderTypeIsReadFromManualOrdersOnly) {
   OpenBlank();
-  const struct {
-    Long type;
-    const char* text;
-    Long typeAfter;  // what the caller's argument holds afterwards
-    Long stored;     // the member
-  } cases[] = {
+  // The type, the text, what the caller's argument holds afterwards and what the member does.
+  const struct { Long type; const char* text; Long typeAfter, stored; } cases[] = {
       {MANUAL_ORDER, "x<OrderType=2>", 2, LIMIT_ORDER},
       {MANUAL_ORDER, "no marker", MANUAL_ORDER, MARKET_ORDER},
       {MANUAL_ORDER, "<ordertype=2>", MANUAL_ORDER, MARKET_ORDER},  // case counts
@@ -134,11 +128,8 @@ TEST_F(IntakeTest, InstrumentLookupAndUnknownNames) {
 }
 
 TEST_F(IntakeTest, AccountTypeDerivesItsFlags) {
-  const struct {
-    Integer bits;
-    bool market, quote, pending, fixed, liveFlag;
-    Long dummyLive;
-  } cases[] = {
+  const struct { Integer bits; bool market, quote, pending, fixed, liveFlag; Long dummyLive; }
+      cases[] = {
       {0x0200, false, false, true, false, false, DUMMY_TRADING},
       {0x0008, false, false, false, true, false, LIVE_TRADING},
       {0x0002, false, false, false, false, false, LIVE_TRADING},

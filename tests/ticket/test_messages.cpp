@@ -107,32 +107,23 @@ TEST_F(MessagesTest, TradeConfirmationTakesItsOwnAccountsEquityOnce) {
   EXPECT_EQ(f().lblTradeConf.Caption().find("Unless"), std::string::npos);
 }
 
-// The wording reads its pieces in order: an execution the host reports while it is asked for
-// the pair comes after the amount was taken.
-TEST_F(MessagesTest, ConfirmationTakesTheAmountBeforeThePairIsAskedFor) {
+// The confirmation reads each piece where it is worded: while the host is asked for the pair
+// it renames the account and reports another execution; the amount was taken before, and the
+// name in the second place, after the pair, is the new one.
+TEST_F(MessagesTest, ConfirmationReadsEachPieceWhereItIsWorded) {
   // The pair's questions come after the intake's three look-ups and two price requests.
   host_.inside["VtPriceGetArray"] = [&] {
     host_.inside["VtPriceGetArray"] = [&] {
-      host_.inside["VtInstGetArray"] = [&] { Execute(2000, 78); };
-    };
-  };
-  Execute(-1000, 77);
-  EXPECT_NE(f().lblTradeConf.Caption().find("you have sold 1,000.00 EUR vs USD value"),
-            std::string::npos)
-      << f().lblTradeConf.Caption();
-}
-
-// The account's name is read where the text names it: a rename the host makes while it is
-// asked for the pair shows in the second place, after the pair.
-TEST_F(MessagesTest, ConfirmationReadsTheAccountNameWhereItIsWorded) {
-  host_.inside["VtPriceGetArray"] = [&] {
-    host_.inside["VtPriceGetArray"] = [&] {
-      host_.inside["VtInstGetArray"] = [&] { Call(&Clientticket::LoadAccount, 1, "Renamed", 0); };
+      host_.inside["VtInstGetArray"] = [&] {
+        Call(&Clientticket::LoadAccount, 1, "Renamed", 0);
+        Execute(2000, 78);
+      };
     };
   };
   Execute(-1000, 77);
   const std::string caption = f().lblTradeConf.Caption();
   EXPECT_NE(caption.find("To: Main\r\n"), std::string::npos) << caption;
+  EXPECT_NE(caption.find("you have sold 1,000.00 EUR vs USD value"), std::string::npos) << caption;
   EXPECT_NE(caption.find("for account Renamed at a price of"), std::string::npos) << caption;
 }
 

@@ -145,12 +145,7 @@ TEST_F(OrderEntryTest, TicksAreTakenOnlyByABlankFormForItsInstrumentAndZeroesSto
 }
 
 TEST_F(OrderEntryTest, LimitAndStopAreComparedStrictlyWithAFreshMarket) {
-  const struct {
-    Long type;
-    bool buy;
-    double limit, stop;
-    bool passes;
-  } cases[] = {
+  const struct { Long type; bool buy; double limit, stop; bool passes; } cases[] = {
       {LIMIT_ORDER, true, 1.2349, 0, true},      {LIMIT_ORDER, true, 1.2350, 0, false},
       {LIMIT_ORDER, false, 1.2346, 0, true},     {LIMIT_ORDER, false, 1.2345, 0, false},
       {STOPLOSS_ORDER, true, 0, 1.2351, true},   {STOPLOSS_ORDER, true, 0, 1.2350, false},

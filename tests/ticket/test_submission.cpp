@@ -200,19 +200,6 @@ TEST_F(SubmissionTest, ManualTradeGoesOutAsATradeWithItsOwnArguments) {
   EXPECT_EQ(f().lblReason.Caption(), reason);
 }
 
-TEST_F(SubmissionTest, OcoGoesOutAsOneArrayWithoutAGuarantee) {
-  Click(f().optType(4));
-  form().userPaste(f().txtLimit, "1.2300");
-  form().userPaste(f().txtStop, "1.2400");
-  Click(f().cmdOKCancel(0));
-  host_.events.clear();
-  Click(f().cmdOKCancel(3));
-  EXPECT_EQ(host_.count("GID"), 0);
-  EXPECT_EQ(host_.count("VtOrderGenericNew"), 0);
-  ASSERT_EQ(host_.count("VtOrderGenericArray"), 1);
-  EXPECT_EQ(Last("VtOrderGenericArray").args[6], "[1.23,1.24]");  // limit leg, stop leg
-}
-
 // A quick deal picks the side by the ruling currency; not connected, it says so and changes
 // nothing.
 TEST_F(SubmissionTest, QuickDealPicksTheSideAndNotConnectedChangesNothing) {
