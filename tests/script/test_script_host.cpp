@@ -11,10 +11,7 @@
 namespace quillon::script {
 namespace {
 
-struct Played {
-  int status;
-  std::string out, err;
-};
+struct Played { int status; std::string out, err; };
 
 // Plays a script on a fresh host, or on the one given to be asked afterwards.
 Played Play(const std::string& script, ScriptHost* given = nullptr) {
