@@ -61,7 +61,7 @@ void Clientticket::cmbAccount_Click() {
       ResumeNext([&] { PriceProfileID = Accounts.at(i).PriceProfile; });
       break;
     }
-    yield();
+    ResumeNext([&] { yield(); });  // work run in the yield may fail; the walk goes on
   }
   AccountID = id;
   Long allInstruments = -1;

@@ -1,6 +1,8 @@
 // Order entry on a blank ticket: the order checks, the quantities, the price feed, the price
 // selection, limit and stop, and accounts.
 
+#include <stdexcept>
+
 #include "ticket/ticket_fixture.h"
 
 namespace quillon {
@@ -231,6 +233,18 @@ TEST_F(OrderEntryTest, AnAccountUpdatedWhileItsPricesAreFetchedKeepsTheNewProfil
   EXPECT_EQ(m().Accounts[2].PriceProfile, 8);
   EXPECT_EQ(m().CurrentAccount.PriceProfile, 8);
   EXPECT_EQ(m().PriceProfileID, 8);
+}
+
+// A choice of account goes on past a failing step: here host work run in the walk's yield
+// throws, and the account is still taken and its equity asked for.
+TEST_F(OrderEntryTest, AnAccountChoiceGoesOnPastAFailingYield) {
+  Call(&Clientticket::LoadAccount, 2, "Hedge", 0);
+  loop_.post([] { throw std::runtime_error("the host's own work failed"); });
+  host_.events.clear();
+  form().userSelect(f().cmbAccount, 1);
+  EXPECT_EQ(m().AccountID, 2);
+  ASSERT_NE(host_.last("RequestEquity"), nullptr);
+  EXPECT_EQ(host_.last("RequestEquity")->args[0], "2");
 }
 
 TEST_F(OrderEntryTest, TheAccountListEndsAt32767Accounts) {
