@@ -184,5 +184,23 @@ TEST_F(DemoDeskTest, LimitOrderRestsUntilTheMarketReachesItEvenWithItsTicketClos
   EXPECT_DOUBLE_EQ(host_.desk().account(1)->equity, 250000 - 0.02 * 100000 * 1.0829);
 }
 
+TEST_F(DemoDeskTest, AQuoteWhoseTicketClosedIsWithdrawnNotRequotedForEver) {
+  host_.desk().quotePolicy().requoteAfter = 5;  // each requote would renew the quote's life
+  const int t = Place(5);
+  ASSERT_TRUE(F(t).fraQuote.Visible());
+  host_.closeTicket(t);
+  const int u = Open();  // closed before the first quote came
+  Click(u, F(u).optType(5));
+  Click(u, F(u).cmdOKCancel(0));
+  Click(u, F(u).cmdOKCancel(3));
+  Step();
+  host_.closeTicket(u);
+  Seconds(30);
+  for (Long id : {1001, 1002}) {
+    EXPECT_EQ(host_.desk().order(id)->status, ORDER_CANCELLED) << id;
+    EXPECT_FALSE(host_.desk().order(id)->quoteOpen) << id;
+  }
+}
+
 }  // namespace
 }  // namespace quillon::demo

@@ -131,6 +131,13 @@ void DealingDesk::requestEquity(int ticket, Long accountID) {
   if (const Account* a = account(accountID)) postEquity(ticket, *a);
 }
 
+void DealingDesk::ticketClosed(int ticket) {
+  for (auto& [id, order] : orders_)
+    if (order.ticket == ticket && (order.quoteOpen || (order.status == ORDER_ACTIVE &&
+                                                       order.request.OrderType == TWOWAY_ORDER)))
+      cancel(order, reasons::kClientCancelled, DeskMessage::Kind::OrderGenericCancel);
+}
+
 // --- Time and market ---
 
 void DealingDesk::advance(Date now) {

@@ -120,6 +120,9 @@ class DealingDesk {
   void receiveOcoPair(int ticket, const OrderRequest& limitLeg, const OrderRequest& stopLeg);
   void receiveTrade(int ticket, const OrderRequest& request);
   void requestEquity(int ticket, Long accountID);
+  // The ticket is gone: nobody can answer its quotes any more, so they are withdrawn, and so
+  // are its quote requests still waiting for their first quote. Its other orders keep working.
+  void ticketClosed(int ticket);
 
   // --- Time and market ---
   // Runs the follow-ups due from the last step and the quote clock.

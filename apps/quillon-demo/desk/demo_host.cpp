@@ -333,12 +333,14 @@ void DemoHost::closeTicket(int id) {
     return;
   }
   tickets_.erase(id);
+  desk_.ticketClosed(id);
 }
 
 void DemoHost::closePending() {
   std::vector<int> closing;
   closing.swap(closing_);
-  for (int id : closing) tickets_.erase(id);
+  for (int id : closing)
+    if (tickets_.erase(id)) desk_.ticketClosed(id);
 }
 
 void DemoHost::step() {
