@@ -202,5 +202,21 @@ TEST_F(DemoDeskTest, AQuoteWhoseTicketClosedIsWithdrawnNotRequotedForEver) {
   }
 }
 
+TEST_F(DemoDeskTest, ATicketSwitchedToAnotherAccountTradesLiveOrNotAsThatAccountDoes) {
+  for (const Long from : {2, 1}) {
+    const int t = Open({ids::kEURUSD, from});
+    Step();
+    ASSERT_TRUE(F(t).controls().userSelect(F(t).cmbAccount, from == 2 ? 0 : 1));
+    Step();
+    Click(t, F(t).cmdOKCancel(0));
+    Click(t, F(t).cmdOKCancel(3));
+    Step(3);
+    const std::string conf = F(t).lblTradeConf.Caption();
+    const bool live = from == 2;  // switched to the live account
+    EXPECT_EQ(conf.find("The new tradable equity is") != std::string::npos, live) << conf;
+    EXPECT_EQ(conf.find("this is not a live trade") != std::string::npos, !live) << conf;
+  }
+}
+
 }  // namespace
 }  // namespace quillon::demo

@@ -11,6 +11,11 @@ using Args = std::vector<std::pair<std::string, std::string>>;
 
 std::string N(double v) { return NumberText(v); }
 
+// Market, quote and pending orders; the live bit for a live account.
+Integer accountType(const Account& account) {
+  return static_cast<Integer>(0x0004 | 0x0400 | 0x0080 | (account.live ? 0x0002 : 0));
+}
+
 }  // namespace
 
 void GuardedLoop::yield() {
@@ -226,6 +231,12 @@ class DemoHost::TicketLine : public ClientticketEvents {
   void RequestEquity(Long& AccountID, Long& InstrumentID) override {
     Busy busy(host_);
     log("RequestEquity", {{"AccountID", N(AccountID)}, {"InstrumentID", N(InstrumentID)}});
+    // The ticket asks for the equity of the account it trades for, its new one after a switch:
+    // whether it trades live goes with that account.
+    const Account* account = host_.desk_.account(AccountID);
+    Clientticket* ticket = host_.ticket(id_);
+    if (account && ticket && ticket->getAccountType() != accountType(*account))
+      ticket->setAccountType(accountType(*account));
     host_.desk_.requestEquity(id_, AccountID);
   }
   void ResizeTicket(Integer& Action) override {
@@ -287,8 +298,7 @@ int DemoHost::openTicket(const TicketOptions& options) {
   t.setTradingDayEnd(TimeSerial(17, 0, 0));
   t.setMinOrderSize(1);
   t.setMaxOrderSize(100);
-  // Market, quote and pending orders; the live bit for a live account.
-  t.setAccountType(static_cast<Integer>(0x0004 | 0x0400 | 0x0080 | (account->live ? 0x0002 : 0)));
+  t.setAccountType(accountType(*account));
   t.setLanguage(slot.language);
   for (const Account& a : desk_.accounts()) {
     Long aid = a.id, profile = a.profile;
