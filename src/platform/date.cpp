@@ -14,6 +14,25 @@
 
 namespace quillon {
 
+double LinearOf(Date d) {
+  if (!std::isfinite(d)) Raise(kOverflow);
+  if (d >= 0) return d;
+  const double day = std::ceil(d);
+  return day + (day - d);
+}
+
+Date DateOnLine(double linear) {
+  double day = std::floor(linear);
+  double time = linear - day;
+  // Just below 0 on the line, the time of day -1 rounds to a whole day: that is midnight of
+  // day 0, not a day of its own (-1 - 1 would be two days back).
+  if (time >= 1) {
+    ++day;
+    time = 0;
+  }
+  return day >= 0 ? day + time : day - time;
+}
+
 namespace {
 
 using std::chrono::days;
@@ -37,27 +56,11 @@ void CheckDay(long long day) {
   if (day < kFirstDay || day > kLastDay) Raise(kOverflow);
 }
 
-// The time line position of a date: unlike the day count, it grows with time across day 0
-// (-1.25 is day -1 at 06:00, that is -0.75 on the line).
-double LinearOf(Date d) {
-  if (!std::isfinite(d)) Raise(kOverflow);
-  if (d >= 0) return d;
-  const double day = std::ceil(d);
-  return day + (day - d);
-}
-
 Date DateOfLinear(double linear) {
   if (!std::isfinite(linear)) Raise(kOverflow);
-  double day = std::floor(linear);
-  double time = linear - day;
-  // Just below 0 on the line, the time of day -1 rounds to a whole day: that is midnight of
-  // day 0, not a day of its own (-1 - 1 would be two days back).
-  if (time >= 1) {
-    ++day;
-    time = 0;
-  }
-  CheckDay(static_cast<long long>(std::max(std::min(day, 1e12), -1e12)));
-  return day >= 0 ? day + time : day - time;
+  const Date d = DateOnLine(linear);
+  CheckDay(static_cast<long long>(std::max(std::min(std::floor(LinearOf(d)), 1e12), -1e12)));
+  return d;
 }
 
 Moment MomentOf(Date d) {

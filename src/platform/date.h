@@ -32,6 +32,12 @@ int WeekdayOf(Date d);
 // The date without its time of day.
 Date DateOnly(Date d);
 
+// The time line position of a date, and the date at a position: unlike the day count, the line
+// grows with time across day 0 (-1.25 is day -1 at 06:00, that is -0.75 on the line).
+// LinearOf raises overflow for a value that is no number; DateOnLine checks no range.
+double LinearOf(Date d);
+Date DateOnLine(double linear);
+
 // Adding calendar units. Months and years clamp the day to the end of the target month
 // (31 Jan + 1 month = 28 or 29 Feb); the time of day is kept.
 Date AddDays(Date d, double days);

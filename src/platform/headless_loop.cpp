@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "platform/date.h"
 #include "platform/forms.h"
 #include "platform/runtime_error.h"
 
@@ -22,21 +23,12 @@ constexpr std::size_t kMaxWorkPerTurn = 10000;
 // Work that yields inside work that yields: deeper yields only count.
 constexpr int kMaxDepth = 8;
 
-// The clock counts milliseconds along the time line, which runs on across day 0 where the day
-// count does not: before it the time of day counts forward from the day's whole part (-1.25 is
-// day -1 at 06:00, -0.75 on the line), so that time passing moves a date before 1900 forward.
+// The clock counts milliseconds along the time line, so that time passing moves a date before
+// 1900 forward too.
 std::int64_t ToMs(Date date) {
   if (!std::isfinite(date) || std::fabs(date) > kMaxDays)
     Raise(kInvalidProcedureCall, "the clock cannot show this date");
-  const double day = std::ceil(date);
-  const double linear = date >= 0 ? date : day + (day - date);
-  return std::llround(linear * kMsPerDay);
-}
-
-Date DateOfMs(std::int64_t ms) {
-  const double linear = static_cast<double>(ms) / kMsPerDay;
-  const double day = std::floor(linear);
-  return day >= 0 ? linear : day - (linear - day);
+  return std::llround(LinearOf(date) * kMsPerDay);
 }
 
 class DepthGuard {
@@ -56,7 +48,7 @@ HeadlessLoop::HeadlessLoop(Date start) : clockMs_(ToMs(start)) {}
 
 HeadlessLoop::~HeadlessLoop() = default;
 
-Date HeadlessLoop::now() const { return DateOfMs(clockMs_); }
+Date HeadlessLoop::now() const { return DateOnLine(static_cast<double>(clockMs_) / kMsPerDay); }
 
 void HeadlessLoop::startTimer(Timer& timer, Long intervalMs) {
   if (intervalMs <= 0) {
