@@ -9,15 +9,6 @@
 namespace quillon::script {
 namespace {
 
-// The day counts of the day before 1 Jan 100 and of the day after 31 Dec 9999.
-constexpr double kBeforeFirstDay = -657435;
-constexpr double kPastLastDay = 2958466;
-
-// Whether a day count falls in the years 100 to 9999. Before day 0 the time of day counts
-// forward from the day's whole part (-657434.5 is noon on 1 Jan 100), so the first day
-// reaches down to, not including, -657435.
-bool InCalendar(double d) { return d > kBeforeFirstDay && d < kPastLastDay; }
-
 [[noreturn]] void Wrong(const std::string& what, const char* expected, const Json& got) {
   throw ScriptError(what + ": expected " + expected + ", got " + Describe(got));
 }
@@ -91,7 +82,7 @@ Date ReadDate(const Json& json, const std::string& what) {
   } else {
     Wrong(what, expected, json);
   }
-  if (!InCalendar(d)) Wrong(what, expected, json);
+  if (!IsCalendarDate(d)) Wrong(what, expected, json);
   return d;
 }
 
@@ -154,7 +145,7 @@ Json NumberJson(double v) {
 }
 
 Json DateJson(Date d) {
-  if (InCalendar(d)) {
+  if (IsCalendarDate(d)) {
     try {
       return Json(FormatIsoDateTime(d));
     } catch (...) {

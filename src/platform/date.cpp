@@ -158,6 +158,12 @@ Date AddSeconds(Date d, double seconds) {
   return DateOfLinear(LinearOf(d) + seconds / kSecondsPerDay);
 }
 
+bool IsCalendarDate(Date d) {
+  if (!std::isfinite(d)) return false;
+  const double day = std::floor(LinearOf(d));
+  return day >= kFirstDay && day <= kLastDay;
+}
+
 Date AddMonths(Date d, int months) {
   // The time of day is kept exactly, not rounded to the second.
   const double linear = LinearOf(d);

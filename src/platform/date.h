@@ -37,6 +37,8 @@ Date DateOnly(Date d);
 // LinearOf raises overflow for a value that is no number; DateOnLine checks no range.
 double LinearOf(Date d);
 Date DateOnLine(double linear);
+// Whether a value is a date of the years 100 to 9999.
+bool IsCalendarDate(Date d);
 
 // Adding calendar units. Months and years clamp the day to the end of the target month
 // (31 Jan + 1 month = 28 or 29 Feb); the time of day is kept.

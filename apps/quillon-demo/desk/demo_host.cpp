@@ -235,8 +235,7 @@ class DemoHost::TicketLine : public ClientticketEvents {
     // whether it trades live goes with that account.
     const Account* account = host_.desk_.account(AccountID);
     Clientticket* ticket = host_.ticket(id_);
-    if (account && ticket && ticket->getAccountType() != accountType(*account))
-      ticket->setAccountType(accountType(*account));
+    if (account && ticket) ticket->setAccountType(accountType(*account));
     host_.desk_.requestEquity(id_, AccountID);
   }
   void ResizeTicket(Integer& Action) override {
