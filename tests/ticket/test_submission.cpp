@@ -184,13 +184,11 @@ TEST_F(SubmissionTest, ManualTradeGoesOutAsATradeWithItsOwnArguments) {
   EXPECT_EQ(host_.count("VtOrderGenericNew"), 0);
   ASSERT_EQ(host_.count("VtTradeGenericNew"), 1);
   const auto& args = Last("VtTradeGenericNew").args;
-  EXPECT_EQ(args[4], "-1000");
-  EXPECT_EQ(args[7], "7");
-  EXPECT_EQ(args[8], "36951.75");
-  EXPECT_EQ(args[10], "20");  // Status 20, set before the event
-  EXPECT_EQ(args[17], "desk note");
-  EXPECT_EQ(args[19], Last("GID").args[0]);
-  EXPECT_EQ(args[20], "8");  // the counterparty, not its system id
+  // Status 20 is set before the event; the counterparty goes out, not its system id.
+  EXPECT_EQ((std::vector<std::string>{args[4], args[7], args[8], args[10], args[17], args[19],
+                                      args[20]}),
+            (std::vector<std::string>{"-1000", "7", "36951.75", "20", "desk note",
+                                      Last("GID").args[0], "8"}));
 
   // A failed delivery of a trade shows nothing: only an order in flight is replayed.
   const std::string reason = f().lblReason.Caption();
