@@ -14,10 +14,10 @@ class QuoteTest : public TicketTest {
     OpenActiveTwoWay();
   }
   void Quote(double bid, double offer, double seconds, Long orderID = 55,
-             double quantity = 100000, Long primSec = QTY_PRIMARY) {
-    // Status 16 and reason 8 from counterparty 9 (system 4), valid for `seconds`.
+             double quantity = 100000, Long primSec = QTY_PRIMARY, Long dealer = 9) {
+    // Status 16 and reason 8 from counterparty `dealer` (system 4), valid for `seconds`.
     Call(&Clientticket::OrderGenericQuote, 0, orderID, 1, kEurUsd, quantity, primSec, bid, offer,
-         0, kNoDate + seconds / 86400.0, 0.0, 0.0, 16, 8, 9, 0, "", 0, false, 4, 0, 0.0, 0.0);
+         0, kNoDate + seconds / 86400.0, 0.0, 0.0, 16, 8, dealer, 0, "", 0, false, 4, 0, 0.0, 0.0);
   }
 };
 
@@ -127,10 +127,7 @@ TEST_F(QuoteTest, SentenceReadsTheOrderTypeWhenItIsWorded) {
 // already being sent.
 TEST_F(QuoteTest, DealArgumentsAreReadBeforeTheGidIsAskedFor) {
   Quote(1.2345, 1.2350, 30);
-  host_.inside["GID"] = [&] {
-    Call(&Clientticket::OrderGenericQuote, 0, 55, 1, kEurUsd, 100000.0, 0, 1.2355, 1.2360, 0,
-         kNoDate + 30 / 86400.0, 0.0, 0.0, 16, 8, 19, 0, "", 0, false, 4, 0, 0.0, 0.0);
-  };
+  host_.inside["GID"] = [&] { Quote(1.2355, 1.2360, 30, 55, 100000, QTY_PRIMARY, 19); };
   Click(f().cmdQuote(2));
   ASSERT_EQ(m().CounterpartyID, 19);
   const auto& args = host_.last("VtOrderGenericNew")->args;
