@@ -71,7 +71,10 @@ Clientticket::Clientticket(TicketServices services)
 
 // The calls still running in the ticket (it was destroyed inside an event or a yield) see the
 // mark and touch nothing of it.
-Clientticket::~Clientticket() { life_->destroyed = true; }
+Clientticket::~Clientticket() {
+  life_->destroyed = true;
+  life_->keep = ownLoop_;
+}
 
 void Clientticket::setHost(ClientticketEvents* host) { host_ = host ? host : &NoHost(); }
 
@@ -202,8 +205,8 @@ void Clientticket::Report(const RuntimeError& error, const char* functionName, b
 }
 
 void Clientticket::yield() {
-  // The loop the ticket owns stays until the yield has returned, even if the ticket does not.
-  const std::shared_ptr<MessageLoop> ownLoop = ownLoop_;
+  // The loop the ticket owns stays until the yield has returned, even if the ticket does not:
+  // the yield runs holding the life, which a destroyed ticket leaves its own loop to.
   outside([loop = loop_] { loop->yield(); });
 }
 

@@ -22,6 +22,9 @@ struct TicketLife {
   bool destroyed = false;
   bool inTicket = false;  // the innermost running code is the ticket's own, not the host's
   int entries = 0;        // entries running, each holding the life
+  // What the calls still running need once the ticket is gone: the loop a ticket made for
+  // itself, which a yield may be running when its host destroys the ticket.
+  std::shared_ptr<void> keep;
 
   // Ends the ticket's procedure when the ticket is gone.
   void check() const {

@@ -101,7 +101,8 @@ class TicketPlatform {
   ~TicketPlatform();
 
  protected:
-  // Shared, so that a yield on it can outlive a ticket destroyed inside the yield.
+  // Shared, so that a yield on it can outlive a ticket destroyed inside the yield (the ticket's
+  // life keeps it then).
   std::shared_ptr<MessageLoop> ownLoop_;
   std::unique_ptr<HolidayLibrary> ownHolidays_;
   std::unique_ptr<HtmlPrinter> ownPrinter_;
