@@ -526,11 +526,21 @@ void TicketWidget::Impl::showFocus(Control& c, QWidget* w) {
 void TicketWidget::Impl::refocus() {
   // The logic may focus a control before the panel that holds it shows or opens.
   Control* c = link.form->focused();
-  if (!c) return;
-  auto it = widgets.find(c);
-  if (it == widgets.end() || it->second == &view) return;
-  QWidget* w = it->second;
-  if (w->isVisible() && w->isEnabled() && !w->hasFocus()) showFocus(*c, w);
+  QWidget* w = nullptr;
+  if (c) {
+    auto it = widgets.find(c);
+    if (it != widgets.end() && it->second != &view) w = it->second;
+  }
+  if (w && w->isVisible() && w->isEnabled()) {
+    if (!w->hasFocus()) showFocus(*c, w);
+    return;
+  }
+  // The logical focus is on no control the user can reach: on none yet, or on one hidden or
+  // disabled. Qt passes its focus on to a neighbour (a new window's first control, the box
+  // after a closed calendar), where keys and the wheel would work a control the logic never
+  // gave them. The focus comes back to the ticket itself; Tab goes on from there.
+  QWidget* now = QApplication::focusWidget();
+  if (now && now != &view && view.isAncestorOf(now)) view.setFocus(Qt::OtherFocusReason);
 }
 
 void TicketWidget::Impl::show(Control& c, ControlProperty what) {
@@ -555,7 +565,7 @@ void TicketWidget::Impl::show(Control& c, ControlProperty what) {
     case ControlProperty::Visible:
       if (!surface) w->setVisible(c.Visible());
       if (c.Visible() && !pendingCalendars.empty()) materialiseShowing();
-      if (c.Visible() || c.kind() != ControlKind::Frame) refocus();
+      refocus();
       break;
     case ControlProperty::Enabled:
       if (!surface) w->setEnabled(c.Enabled());
@@ -686,8 +696,12 @@ bool TicketWidget::eventFilter(QObject* watched, QEvent* event) {
     // Only the user's own moves: focus that Qt passes on because a control was hidden or
     // disabled, or that follows the logical focus, is no user event.
     auto* focus = static_cast<QFocusEvent*>(event);
-    if (d_->link.showing == 0 && UserFocusReason(focus->reason()) && form->focused() != c)
-      form->userFocus(*c);
+    if (d_->link.showing == 0 && form->focused() != c) {
+      if (UserFocusReason(focus->reason()))
+        form->userFocus(*c);
+      else if (focus->reason() == Qt::ActiveWindowFocusReason)
+        d_->refocus();  // a window that comes up puts the focus where the logic holds it
+    }
     return false;
   }
 

@@ -111,12 +111,19 @@ TEST_F(TicketWidgetTest, ASelectionGrowsFromWhereItStartedByKeysOrByTheMouse) {
   EXPECT_EQ(edit->selectedText(), "2345678");
 }
 
-// A turn of the wheel over the account list changes the account only when the list has the
-// focus, not while the user works in another box.
-TEST_F(TicketWidgetTest, TheWheelTurnsTheAccountListOnlyWithTheFocus) {
+// The account list turns, by the wheel or the arrow keys, only when the user has put the
+// focus there: not in a new window, nor while the user works in another box.
+TEST_F(TicketWidgetTest, TheAccountListTurnsOnlyWithTheFocusTheUserGaveIt) {
   Call(&Clientticket::LoadAccount, 2, "Second", 0);
   auto* list = widget<QComboBox>("cmbAccount");
   const Long before = f().cmbAccount.ListIndex();
+  // The window has just come up, and the ticket has given no control the focus.
+  ASSERT_EQ(f().controls().focused(), nullptr);
+  EXPECT_FALSE(list->hasFocus());
+  QTest::keyClick(QApplication::focusWidget(), Qt::Key_Down);
+  EXPECT_EQ(f().cmbAccount.ListIndex(), before);
+  QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+  EXPECT_EQ(f().controls().focused(), &f().cmbAccount);  // Tab goes on from the ticket
   auto wheel = [&] {
     const QPointF at(list->width() / 2.0, list->height() / 2.0);
     QWheelEvent event(at, list->mapToGlobal(at), QPoint(), QPoint(0, -120), Qt::NoButton,
@@ -209,6 +216,13 @@ TEST_F(TicketWidgetTest, TheCalendarIsBuiltWhenItFirstShowsAndHandsOnDaysAndKeys
   QTest::keyClick(grid, Qt::Key_Enter);
   QTest::keyClick(grid, Qt::Key_Space);
   EXPECT_EQ(keys, (std::vector<Integer>{13, 32}));
+  // Enter on the value date closes the calendar, which has the focus. Qt passes its focus on,
+  // but to no other box: the ticket's focus is still on the calendar.
+  cal.setValue(DateSerial(2002, 3, 5));
+  QTest::keyClick(grid, Qt::Key_Enter);
+  ASSERT_FALSE(calendar->isVisible());
+  EXPECT_EQ(QApplication::focusWidget(), view_.get());
+  EXPECT_EQ(f().controls().focused(), &cal);
   EXPECT_EQ(view_->findChildren<QCalendarWidget*>().size(), 1);
 }
 
