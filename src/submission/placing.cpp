@@ -232,15 +232,14 @@ void Clientticket::cmdOKCancel_Click(Integer Index) {
           Variant systemIDs = both(Variant::FromLong(SystemID));
           Variant cpSystemIDs = both(Variant::FromLong(CounterPartySystemID));
           Variant profiles = both(Variant::FromLong(PriceProfileID));
-          Long toID = DealingGateway;
-          Long dummyLive = DummyLive;
-          Boolean encrypt = Encrypt;
+          // The gateway, the live flag and the encryption go by reference as the members
+          // themselves: what the host writes into them stays with the ticket.
           Integer gid = -1;
           Integer priority = 0;
-          raise(&ClientticketEvents::VtOrderGenericArray, toID, orderID, accountID, instrumentID,
-                quantities, primSec, prices, types, durations, marketTimes, valueDates, statuses,
-                reasons, counterparties, freeFormats, linkIDs, actions, systemIDs, cpSystemIDs,
-                profiles, dummyLive, encrypt, gid, priority);
+          raise(&ClientticketEvents::VtOrderGenericArray, DealingGateway, orderID, accountID,
+                instrumentID, quantities, primSec, prices, types, durations, marketTimes,
+                valueDates, statuses, reasons, counterparties, freeFormats, linkIDs, actions,
+                systemIDs, cpSystemIDs, profiles, DummyLive, Encrypt, gid, priority);
         });
       } else {
         ResumeNext([&] {

@@ -160,6 +160,29 @@ TEST_F(SubmissionTest, OrderArgumentsAreReadBeforeTheGidIsAskedFor) {
   EXPECT_EQ((std::vector<std::string>{args[14], args[15]}), (std::vector<std::string>{"0", "0"}));
 }
 
+// An OCO pair goes out unguaranteed, with the ticket's own gateway, live flag and encryption:
+// what the host writes into them stays with the ticket.
+TEST_F(SubmissionTest, OcoPairCarriesTheMembersTheHostMayRewrite) {
+  Click(f().optType(OCO_ORDER));
+  form().userPaste(f().txtLimit, "1.2200");
+  form().userPaste(f().txtStop, "1.2500");
+  Click(f().cmdOKCancel(0));
+  host_.events.clear();
+  host_.rewriteOrderArray = [](Long& toID, Long& dummyLive, Boolean& encrypt) {
+    toID = 43, dummyLive = DUMMY_TRADING, encrypt = true;
+  };
+  Click(f().cmdOKCancel(3));
+  ASSERT_EQ(host_.names(),
+            (std::vector<std::string>{"Connected", "VtOrderGenericArray", "ResizeTicket"}));
+  const auto& args = Last("VtOrderGenericArray").args;
+  EXPECT_EQ((std::vector<std::string>{args[0], args[6], args[7], args[22]}),
+            (std::vector<std::string>{"42", "[1.22,1.25]", "[2,3]", "-1"}));
+  EXPECT_EQ(m().GID, 0);
+  EXPECT_EQ(ticket_->getDealingGateway(), 43);
+  EXPECT_EQ(m().DummyLive, DUMMY_TRADING);
+  EXPECT_TRUE(ticket_->getEncrypt());
+}
+
 // A ticket the host opened as a manual trade on a market form sends a trade, not an order.
 TEST_F(SubmissionTest, ManualTradeGoesOutAsATradeWithItsOwnArguments) {
   ticket_->setCompanyCtrPty(0);

@@ -113,6 +113,8 @@ class RecordingHost : public ClientticketEvents {
          S(Action), S(Reason), S(CounterpartyID), S(Encrypt), S(DummyLive), FreeFormat,
          S(SystemID), S(GID), S(CounterPartySystemID), S(PriceProfileID), S(Priority)});
   }
+  // Rewrites the by-reference members of an OCO pair when set.
+  std::function<void(Long& ToID, Long& DummyLive, Boolean& Encrypt)> rewriteOrderArray;
   void VtOrderGenericArray(Long& ToID, Variant& OrderID, Variant& AccountID,
                            Variant& InstrumentID, Variant& Quantity,
                            Variant& PrimarySecondaryQty, Variant& Price, Variant& OrderType,
@@ -128,6 +130,7 @@ class RecordingHost : public ClientticketEvents {
          S(CounterpartyID), S(FreeFormat), S(LinkID), S(Action), S(SystemID),
          S(CounterPartySystemID), S(PriceProfileID), S(DummyLive), S(Encrypt), S(GID),
          S(Priority)});
+    if (rewriteOrderArray) rewriteOrderArray(ToID, DummyLive, Encrypt);
   }
   void VtTradeGenericNew(Long ToID, Long TradeID, Long AccountID, Long InstrumentID,
                          double Quantity, Long PrimarySecondaryQty, double Price,
