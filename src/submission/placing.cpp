@@ -157,7 +157,7 @@ void Clientticket::cmdOKCancel_Click(Integer Index) {
             &ClientticketEvents::VtOrderGenericNew,
             std::make_tuple(DealingGateway, OrderID, AccountID, InstrumentID, Quantity,
                             PrimarySecondaryQty, MarketPrice, OrderType, duration, MarketTime,
-                            ValueDate, sentStatus, LinkID, static_cast<Integer>(Action), Integer{6},
+                            ValueDate, sentStatus, LinkID, CInt(Action), Integer{6},
                             CounterpartyID, Encrypt, DummyLive, FreeFormat, SystemID),
             CounterPartySystemID);
       });
@@ -254,7 +254,7 @@ void Clientticket::cmdOKCancel_Click(Integer Index) {
               &ClientticketEvents::VtOrderGenericNew,
               std::make_tuple(DealingGateway, Long{0}, AccountID, InstrumentID, quantity,
                               PrimarySecondaryQty, price, OrderType, duration, now, ValueDate,
-                              Long{ORDER_PLACED}, LinkID, static_cast<Integer>(Action), Reason,
+                              Long{ORDER_PLACED}, LinkID, CInt(Action), Reason,
                               CounterpartyID, Encrypt, DummyLive, FreeFormat, SystemID),
               CounterPartySystemID);
         });

@@ -260,6 +260,16 @@ TEST_F(SubmissionTest, WithdrawingAnActiveOrderSendsItsOwnQuantityAndReasonSix) 
   EXPECT_EQ(m().Status, ORDER_CANCELLED_INTERNAL);
   EXPECT_EQ(m().Reason, 3);
   EXPECT_FALSE(f().cmdOKCancel(1).Enabled());
+
+  // An action beyond 16 bits does not fit the event: the send fails and is passed over, no
+  // number is drawn for it, and the ticket goes on to its next step.
+  Initialise(Msg{.OrderID = 77, .AccountID = 1, .InstrumentID = kEurUsd, .Quantity = 1000,
+                 .Price = 1.3, .OrderType = LIMIT_ORDER, .Status = ORDER_PENDING, .Action = 70000});
+  ASSERT_EQ(m().Action, 70000);
+  host_.events.clear();
+  Click(f().cmdOKCancel(1));
+  EXPECT_EQ(host_.names(), (std::vector<std::string>{"Connected"}));
+  EXPECT_EQ(m().Status, ORDER_CANCEL_REQUEST);
 }
 
 }  // namespace
