@@ -215,7 +215,7 @@ void Clientticket::cmdOKCancel_Click(Integer Index) {
           Variant accountID = both(Variant::FromLong(AccountID));
           Variant instrumentID = both(Variant::FromLong(InstrumentID));
           Variant quantities = both(Variant::FromDouble(quantity));
-          Variant primSec = both(Variant::FromInteger(static_cast<Integer>(PrimarySecondaryQty)));
+          Variant primSec = both(Variant::FromInteger(CInt(PrimarySecondaryQty)));
           Variant prices = legs(Variant::FromDouble(limit), Variant::FromDouble(stop));
           Variant types = legs(Variant::FromInteger(LIMIT_ORDER), Variant::FromInteger(STOPLOSS_ORDER));
           Variant durations = both(Variant::FromDate(Duration));
@@ -228,7 +228,7 @@ void Clientticket::cmdOKCancel_Click(Integer Index) {
           Variant counterparties = both(Variant::FromLong(CounterpartyID));
           Variant freeFormats = both(Variant::FromString(FreeFormat));
           Variant linkIDs = both(Variant::FromLong(LinkID));
-          Variant actions = both(Variant::FromInteger(static_cast<Integer>(Action)));
+          Variant actions = both(Variant::FromInteger(CInt(Action)));
           Variant systemIDs = both(Variant::FromLong(SystemID));
           Variant cpSystemIDs = both(Variant::FromLong(CounterPartySystemID));
           Variant profiles = both(Variant::FromLong(PriceProfileID));

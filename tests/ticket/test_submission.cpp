@@ -163,11 +163,21 @@ TEST_F(SubmissionTest, OrderArgumentsAreReadBeforeTheGidIsAskedFor) {
 // An OCO pair goes out unguaranteed, with the ticket's own gateway, live flag and encryption:
 // what the host writes into them stays with the ticket.
 TEST_F(SubmissionTest, OcoPairCarriesTheMembersTheHostMayRewrite) {
-  Click(f().optType(OCO_ORDER));
-  form().userPaste(f().txtLimit, "1.2200");
-  form().userPaste(f().txtStop, "1.2500");
-  Click(f().cmdOKCancel(0));
-  host_.events.clear();
+  const auto toTheStatement = [&] {
+    Click(f().optType(OCO_ORDER));
+    form().userPaste(f().txtLimit, "1.2200");
+    form().userPaste(f().txtStop, "1.2500");
+    Click(f().cmdOKCancel(0));
+    host_.events.clear();
+  };
+  // An action beyond 16 bits does not fit the pair's arrays: the pair does not go, and the
+  // steps after it run.
+  toTheStatement();
+  probe().m().Action = 70000;
+  Click(f().cmdOKCancel(3));
+  EXPECT_EQ(host_.names(), (std::vector<std::string>{"Connected", "ResizeTicket"}));
+  SetUp();
+  toTheStatement();
   host_.rewriteOrderArray = [](Long& toID, Long& dummyLive, Boolean& encrypt) {
     toID = 43, dummyLive = DUMMY_TRADING, encrypt = true;
   };
