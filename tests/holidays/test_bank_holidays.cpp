@@ -1,12 +1,13 @@
-// The bank-holiday library on real calendars, alone and behind a ticket.
+// The bank-holiday library on real calendars.
 
 #include "holidays/bank_holidays.h"
+
+#include <gtest/gtest.h>
 
 #include <cmath>
 #include <string>
 
 #include "platform/date.h"
-#include "ticket/ticket_fixture.h"
 
 namespace quillon {
 namespace {
@@ -170,26 +171,6 @@ TEST_F(BankHolidaysTest, HostDatesAndCurrencyCodes) {
   // Offshore renminbi keeps Hong Kong's days.
   EXPECT_TRUE(BankHolidays::isHoliday("cnh", D(2025, 7, 1)));
   EXPECT_FALSE(BankHolidays::isHoliday("XYZ", D(2025, 12, 25)));
-}
-
-// A ticket settling on the library's calendars.
-class TicketOnRealCalendars : public TicketTest {};
-
-TEST_F(TicketOnRealCalendars, SpotOverTheFourthOfJuly) {
-  BankHolidays library;
-  library.setCurrency(kEur, "EUR");
-  library.setCurrency(kUsd, "USD");
-  ticket_ = std::make_unique<Clientticket>(
-      TicketServices{.loop = &loop_, .holidays = &library, .locale = &locale_});
-  ticket_->setHost(&host_);
-  loop_.setClock(D(2025, 6, 2) + 0.5);
-  // Trade Wednesday 2 July 2025: Thursday 3 is the first good day, Friday 4 a USD holiday,
-  // Monday 7 the second.
-  Date trade = D(2025, 7, 2), code = kNoDate;
-  Long instrument = kEurUsd;
-  EXPECT_EQ(ticket_->Get_Settlement_Day(trade, code, instrument), D(2025, 7, 7));
-  EXPECT_EQ(host_.count("ErrorMsg"), 0);
-  ticket_.reset();
 }
 
 }  // namespace
