@@ -16,29 +16,6 @@ std::size_t IndexOf(const MethodSpec& m, const std::string& name) {
   return 0;
 }
 
-TEST(CallArgs, MissingArgumentsAreTheZeroOfTheirType) {
-  for (const MethodSpec& m : Methods()) {
-    SCOPED_TRACE(m.name);
-    CallArgs args = CallArgs::Read(m, Json::object());
-    ASSERT_EQ(args.values().size(), m.params.size());
-    for (std::size_t i = 0; i < m.params.size(); ++i)
-      EXPECT_TRUE(SameValue(args.values()[i], DefaultValue(m.params[i].type))) << m.params[i].name;
-    // No "args" at all reads the same.
-    CallArgs none = CallArgs::Read(m, Json());
-    EXPECT_EQ(none.ChangedSince(args), Json::object());
-  }
-}
-
-TEST(CallArgs, ReadsArgumentsByNameIntoTheirPlaces) {
-  const MethodSpec& m = *FindMethod("Initialise");
-  CallArgs args = CallArgs::Read(m, Json::parse(R"({"Status": -1, "ValueDate": "2001-03-05",
-                                                   "FreeFormat": "x", "Reason": 3})"));
-  EXPECT_EQ(args.L(IndexOf(m, "Status")), -1);
-  EXPECT_EQ(args.D(IndexOf(m, "ValueDate")), 36955.0);
-  EXPECT_EQ(args.S(IndexOf(m, "FreeFormat")), "x");
-  EXPECT_EQ(args.I(IndexOf(m, "Reason")), 3);
-}
-
 TEST(CallArgs, RefusesUnknownNamesAndWrongTypes) {
   struct { const char *method, *args, *error; } const cases[] = {
       {"Initialise", R"({"Status": "1"})", "argument \"Status\": expected a whole number"},
