@@ -24,7 +24,7 @@ TEST(VariantTest, ConversionsFollowTheType) {
   EXPECT_EQ(ErrorOf([] { Variant::FromArray({}).toDouble(); }), kTypeMismatch);
 }
 
-TEST(VariantTest, ArraysKeepTheirBoundsAndCopiesAreIndependent) {
+TEST(VariantTest, ArraysKeepTheirBoundsCopiesAndEquality) {
   const Variant v = Variant::FromArray({1, {Variant::FromLong(10), Variant::FromString("x")}});
   EXPECT_EQ(v.lbound(), 1);
   EXPECT_EQ(v.ubound(), 2);
@@ -39,9 +39,8 @@ TEST(VariantTest, ArraysKeepTheirBoundsAndCopiesAreIndependent) {
   EXPECT_EQ(v.ubound(), 2);
   EXPECT_EQ(v.at(1).toLong(), 10);
   EXPECT_EQ(copy.at(1).toLong(), 9);
-}
 
-TEST(VariantTest, EqualMeansSameTypeAndValue) {
+  // Equal means the same type and value, and for arrays the same bounds and elements.
   EXPECT_NE(Variant::FromLong(3), Variant::FromInteger(3));
   EXPECT_NE(Variant::FromLong(0), Variant());
   EXPECT_NE(Variant::FromString("a"), Variant::FromString("A"));

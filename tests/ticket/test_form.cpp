@@ -56,10 +56,17 @@ TEST_F(FormTest, StatusChoosesColourWordsAndCancelRequest) {
   }
 }
 
-// A cancelled order's row asks for the reason last: a host that looks at the ticket while it
-// answers finds it white, closed and numbered already.
-TEST_F(FormTest, CancelledRowAsksForTheReasonAfterItsOtherColumns) {
+TEST_F(FormTest, LaterStatusesDropTheOcoWarningAskTheReasonLastAndShowThePlainPrice) {
   OpenBlank();
+  Msg oco{.InstrumentID = kEurUsd, .Quantity = 1000, .Status = ORDER_PENDING, .Action = ACTION_OCO};
+  Initialise(oco);
+  oco.Status = ORDER_ACTIVE;
+  Initialise(oco);
+  EXPECT_EQ(f().lblReason.Caption(),
+            "Your order has been received, please wait for a confirmation");
+
+  // A cancelled order's row asks for the reason last: a host that looks at the ticket while it
+  // answers finds it white, closed and numbered already.
   probe().m().OrderID = 77;
   Long colour = 0;
   bool open = true;
@@ -69,23 +76,11 @@ TEST_F(FormTest, CancelledRowAsksForTheReasonAfterItsOtherColumns) {
     open = f().fraOrderEntry.Enabled();
     number = f().lblOrderID.Visible() ? f().lblOrderID.Caption() : "";
   };
-  Initialise(Msg{.OrderID = 77, .InstrumentID = kEurUsd, .Status = ORDER_CANCELLED});
+  Initialise(Msg{.OrderID = 77, .InstrumentID = kEurUsd, .Price = 1.5, .OrderType = LIMIT_ORDER,
+                 .Status = ORDER_CANCELLED});
   EXPECT_EQ(colour, 0x00FFFFFF);
   EXPECT_FALSE(open);
   EXPECT_EQ(number, "77");
-}
-
-TEST_F(FormTest, LaterStatusesDropTheOcoWarningAndShowThePlainPrice) {
-  OpenBlank();
-  Msg oco{.InstrumentID = kEurUsd, .Quantity = 1000, .Status = ORDER_PENDING, .Action = ACTION_OCO};
-  Initialise(oco);
-  oco.Status = ORDER_ACTIVE;
-  Initialise(oco);
-  EXPECT_EQ(f().lblReason.Caption(),
-            "Your order has been received, please wait for a confirmation");
-
-  Initialise(Msg{.InstrumentID = kEurUsd, .Price = 1.5, .OrderType = LIMIT_ORDER,
-                 .Status = ORDER_CANCELLED});
   EXPECT_EQ(f().txtLimit.Text(), "1.5");
   EXPECT_EQ(f().txtPrice.Text(), "1.5");
   EXPECT_FALSE(f().fraValid.Visible());

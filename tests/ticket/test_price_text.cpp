@@ -16,7 +16,7 @@ class PriceTextTest : public TicketTest, public ::testing::WithParamInterface<co
   }
 };
 
-TEST_P(PriceTextTest, SinglePriceShowsThePipsDecimals) {
+TEST_P(PriceTextTest, SingleAndSpreadPricesShowThePipsDecimals) {
   const struct { double pip, price; const char* text; } cases[] = {
       {0.01, 123.4, "123.40"}, {0.1, 0.25, "0.3"}, {1, 7, "07"}, {0, 1.2345, "01"},
       {0.0001, -0.0001, "-0.0001"}, {0.0001, 0, "   -   "},
@@ -25,15 +25,14 @@ TEST_P(PriceTextTest, SinglePriceShowsThePipsDecimals) {
   };
   for (const auto& c : cases)
     EXPECT_EQ(probe().Single(c.price, c.pip), L(c.text)) << c.price << " pip " << c.pip;
-}
 
-TEST_P(PriceTextTest, SpreadShowsTheWholeBidAndTheTailOfTheOffer) {
-  const struct { double bid, offer, pip; const char* text; } cases[] = {
+  // A spread shows the whole bid and the tail of the offer.
+  const struct { double bid, offer, pip; const char* text; } spreads[] = {
       {1.2345, 1.2350, 0.0001, "1.2345/50"},  {1234.56, 1234.60, 0.01, "1234.56/.60"},
       {1234.5, 1234.8, 0.1, "1234.5/34.8"},   {1234, 1236, 1, "1234/36"},
       {1.2345, 0, 0.0001, "1.2345/  "},       {0, 1.2350, 0.0001, "   -   /50"},
   };
-  for (const auto& c : cases)
+  for (const auto& c : spreads)
     EXPECT_EQ(probe().Spread(c.bid, c.offer, c.pip), L(c.text)) << c.bid << "/" << c.offer;
 }
 

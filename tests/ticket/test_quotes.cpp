@@ -100,18 +100,16 @@ TEST_F(QuoteTest, OneWayQuoteShowsTheSidesButtonAndPrice) {
 
 // The sentence reads its pieces in order: a requote the host sends while it is asked for the
 // pair comes after the price and the amount were taken.
-TEST_F(QuoteTest, SentenceTakesPriceAndAmountBeforeThePairIsAskedFor) {
+TEST_F(QuoteTest, SentenceReadsEachPieceWhereItIsWorded) {
   host_.inside["VtInstGetArray"] = [&] { Quote(1.3344, 1.3351, 9, 55, 300000); };
   Quote(1.2344, 1.2351, 15);
   EXPECT_EQ(f().lblQuoteMsg.Caption().rfind(
                 "You have received a new quote of 1.2344/51 for 100,000.00 EUR vs USD value ", 0),
             0u)
       << f().lblQuoteMsg.Caption();
-}
 
-// The sentence names the kind of quote by the order's type when it is worded: a message that
-// makes the request a limit order while the quantities ask the host for a price is read there.
-TEST_F(QuoteTest, SentenceReadsTheOrderTypeWhenItIsWorded) {
+  // The sentence names the kind of quote by the order's type when it is worded: a message that
+  // makes the request a limit order while the quantities ask the host for a price is read there.
   host_.inside["VtPriceGetArray"] = [&] {
     Initialise(Msg{.OrderID = 55, .AccountID = 1, .InstrumentID = kEurUsd, .Quantity = 100000,
                    .Price = 1.2300, .OrderType = LIMIT_ORDER, .Status = ORDER_ACTIVE});

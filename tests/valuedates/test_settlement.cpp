@@ -25,7 +25,7 @@ TEST_F(SettlementTest, TradingDayRollsAtTheEndOfTheTradingDay) {
   }
 }
 
-TEST_F(SettlementTest, ValidValueDateTestsInOrderAndAsksTheLibraryLast) {
+TEST_F(SettlementTest, ValidValueDateTestsInOrderOnTheHostsClockAndReportsFailures) {
   holidays_.days = {{kEur, D(2001, 3, 5)}, {kUsd, D(2001, 3, 6)}};
   // At 10:00 on Thursday 1 March 2001 the trading day is 1 March.
   // Each with the currencies the library was asked about, in order.
@@ -47,9 +47,7 @@ TEST_F(SettlementTest, ValidValueDateTestsInOrderAndAsksTheLibraryLast) {
   // The library gets the date as given, time of day included.
   Valid(kEurUsd, D(2001, 3, 7) + 0.5);
   EXPECT_EQ(holidays_.asked.back().second, D(2001, 3, 7) + 0.5);
-}
 
-TEST_F(SettlementTest, ValidValueDateUsesTheHostsClockAndReportsFailures) {
   // A host clock of record moves the trading day; instrument 0 asks about currency 0.
   struct Clock : RecordingHost {
     Date time = 0;
