@@ -115,11 +115,11 @@ TEST_F(OrderEntryTest, SecondaryRulingMirrorsPriceCaptionsAndColours) {
 }
 
 TEST_F(OrderEntryTest, TicksAreTakenOnlyByABlankFormForItsInstrumentAndZeroesStopDealing) {
+  probe().m().CurrentAccount.PriceProfile = -1;  // raw ticks show
   Tick(1.3, 1.31, PRICE_BOTH);
   Tick(1.3, 1.31, PRICE_INDICATIVE);
   Tick(1.3, 1.31, PRICE_TRADED, kGbpUsd);
   EXPECT_EQ(f().txtOffer.Text(), "1.2350");
-  probe().m().CurrentAccount.PriceProfile = -1;
   Tick(1.3, 1.31);
   EXPECT_EQ(f().txtPrice.Text(), "1.3100");
   // Zero prices stop dealing until a real tick.
