@@ -25,9 +25,7 @@ constexpr const char* kAmount = "#,##0.00;(#,##0.00)";
 
 // value, pattern, en_US text, de_DE text.
 const struct { double value; const char *pattern, *point, *comma; } kFormatCases[] = {
-    // Prices: halves away from zero on the 15-digit form, never a minus on a zero.
-    {1.23455, "0.0000", "1.2346", "1,2346"},   {1.2345, "00", "01", "01"},
-    {0.25, "0.0", "0.3", "0,3"},               {-0.0001, "0.0000", "-0.0001", "-0,0001"},
+    // Prices (the price text tests hold the ticket's own): never a minus on a zero.
     {-0.00004, "0.0000", "0.0000", "0,0000"},  {99.99, "0.0", "100.0", "100,0"},
     {1e20, "0", "100000000000000000000", "100000000000000000000"},
     {0.1 + 0.2, "0.0000000000000000", "0.3000000000000000", "0,3000000000000000"},
