@@ -48,8 +48,7 @@ TEST_F(SubmissionTest, StatementPanelAndTwoWayReadingTheSameOnBothSides) {
   Click(f().optType(2));
   form().userPaste(f().txtLimit, "1.2345");
   Click(f().cmdOKCancel(0));
-  EXPECT_TRUE(f().fraConf.Visible());
-  EXPECT_EQ(f().lblConfCurrs.Caption(), "Sell  EUR vs USD");
+  EXPECT_TRUE(f().fraConf.Visible());  // its currency line: golden orders_of_each_type
   EXPECT_EQ(form().focused(), &f().cmdOKCancel(4));
   EXPECT_FALSE(f().cmdOKCancel(2).Enabled());
 
