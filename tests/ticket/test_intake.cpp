@@ -34,7 +34,7 @@ TEST_F(IntakeTest, BelongingRulesInTheirOrder) {
       {"order number 0 on any instrument", 5, 77, kEurUsd, 0, 0, kGbpUsd, 3, true},
       {"foreign order, other instrument", 0, 0, kEurUsd, 0, 55, kGbpUsd, 1, false},
       {"foreign order, ticket placed", 0, 0, kEurUsd, 0, 55, kEurUsd, 1, true},
-      {"first live answer to a sent order", 21, 0, kEurUsd, 0, 55, kEurUsd, 1, true},
+      // The first live answer to a sent order: golden orders_of_each_type and the demo desk.
       {"live answer on another instrument", 21, 0, kEurUsd, 0, 55, kGbpUsd, 1, false},
       {"pending is no first answer", 21, 0, kEurUsd, 0, 55, kEurUsd, 5, false},
       {"sent order with a number adopts nothing", 21, 12, kEurUsd, 0, 55, kEurUsd, 1, false},

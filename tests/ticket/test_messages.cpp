@@ -53,12 +53,6 @@ TEST_F(MessagesTest, FailedDeliveryReplaysTheOrderAsItWasSent) {
   host_.events.clear();
   Ack(sent, false);
   EXPECT_TRUE(host_.events.empty());
-
-  // The order did arrive after all: its first live answer is adopted.
-  Initialise(Msg{.OrderID = 901, .InstrumentID = kEurUsd, .Quantity = -100000,
-                 .OrderType = LIMIT_ORDER, .Status = ORDER_ACTIVE});
-  EXPECT_EQ(m().OrderID, 901);
-  EXPECT_EQ(f().UserControl.BackColor(), 0x0000FFFF);
 }
 
 TEST_F(MessagesTest, ASuccessfulReportOnlyClearsTheNumber) {
