@@ -245,12 +245,11 @@ TEST_F(SubmissionTest, QuickDealPicksTheSideAndNotConnectedChangesNothing) {
   Click(f().cmdOKCancel(3));
   EXPECT_TRUE(f().fraConf.Visible());
   EXPECT_EQ(host_.count("VtOrderGenericNew"), 0);
-  // The panel still closes by itself, silently.
+  // The panel still closes by itself, silently (the form it leaves: golden
+  // orders_of_each_type).
   loop_.advance(5000);
   EXPECT_FALSE(f().fraConf.Visible());
-  EXPECT_EQ(m().Status, -1);
   EXPECT_EQ(host_.count("Message"), 2);
-  EXPECT_EQ(form().focused(), &f().txtPrimQty);
 }
 
 TEST_F(SubmissionTest, WithdrawingAnActiveOrderSendsItsOwnQuantityAndReasonSix) {
