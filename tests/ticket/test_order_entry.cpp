@@ -107,6 +107,11 @@ TEST_F(OrderEntryTest, SecondaryRulingMirrorsPriceCaptionsAndColours) {
   EXPECT_EQ(f().cmdBuySell(0).Caption(), "Buy Bid");
   EXPECT_EQ(f().txtSecQty.BackColor(), static_cast<Long>(0x8000000E));
   EXPECT_EQ(f().txtPrimQty.Text(), "81,004.46");
+  // "Buy Bid" buys USD, the ruling currency: the Buy option, which sells EUR.
+  host_.connected = true;
+  Click(f().cmdBuySell(0));
+  EXPECT_TRUE(f().optBuySell(0).Value() && f().fraConf.Visible());
+  Click(f().cmdOKCancel(4));
   // A key stroke in the primary box takes the role back.
   Type(f().txtPrimQty, "1");
   EXPECT_EQ(m().PrimarySecondaryQty, QTY_PRIMARY);
