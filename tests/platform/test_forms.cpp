@@ -89,7 +89,6 @@ TEST_F(FormsTest, BadArgumentsRaiseTheRunTimeError) {
   cmb.AddItem("only");
   const std::vector<std::pair<const char*, std::function<void()>>> cases = {
       {"ListIndex past the list", [&] { cmb.setListIndex(1); }},
-      {"ItemData outside", [&] { cmb.ItemData(-1); }},
       {"spinner above Max", [&] { ud.setValue(2); }},
       {"calendar range crossed", [&] { cal.setMinDate(3e6); }},
       {"calendar not a date", [&] { cal.setValue(std::nan("")); }},
