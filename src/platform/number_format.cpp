@@ -788,6 +788,12 @@ std::string FormatNumber(double value, std::string_view pattern, const Locale& l
   return text;
 }
 
+std::string FormatNumberUnkept(double value, std::string_view pattern, const Locale& locale) {
+  CheckFinite(value);
+  if (pattern.empty()) return GeneralNumber(value, locale);
+  return FormatByPattern(value, pattern, locale, Road::Any);
+}
+
 std::string FormatNumberGeneral(double value, std::string_view pattern, const Locale& locale) {
   CheckFinite(value);
   if (pattern.empty()) return GeneralNumber(value, locale);

@@ -21,6 +21,10 @@ namespace quillon {
 // An infinite or NaN value raises "Overflow".
 std::string FormatNumber(double value, std::string_view pattern, const Locale& locale);
 
+// FormatNumber for a caller that keeps the texts it writes itself: the same text, without a
+// look in the memory of texts written last, nor a place taken in it.
+std::string FormatNumberUnkept(double value, std::string_view pattern, const Locale& locale);
+
 // The text of a Double as the classic Str writes it: up to 15 significant digits, a point as
 // decimal sign whatever the locale, no leading zero before the point, no trailing zeros, a
 // leading blank for a number that is not negative, never an exponent: 0.0001 -> " .0001",

@@ -71,9 +71,11 @@ const std::string& Clientticket::PriceText(double Price, double Pip) {
         if (c >= '1' && c <= '9') c = '0';
       priceTexts_.rememberPattern(Pip, std::move(pattern), ones);
     }
+    // The ticket keeps its price texts itself: the number layer's memory would only hold a
+    // second copy of each.
     return priceTexts_.rememberText(
         Price, Pip, locale().signsKey(),
-        FormatNumber(Price, priceTexts_.pattern(Pip)->pattern, locale()));
+        FormatNumberUnkept(Price, priceTexts_.pattern(Pip)->pattern, locale()));
   } catch (...) {
     Report(CurrentError(), "Single_Price_As_String", true);
   }

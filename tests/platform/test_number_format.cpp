@@ -180,6 +180,7 @@ TEST(NumberRoads, ShortRoadsGiveWhatTheGeneralRoadsGive) {
         const std::string text = FormatNumber(v, pattern, locale);
         ASSERT_EQ(text, FormatNumberGeneral(v, pattern, locale))
             << name << " " << v << " " << pattern;
+        ASSERT_EQ(text, FormatNumberUnkept(v, pattern, locale)) << name << " " << v;
         sameReading(text);
       }
     }
