@@ -41,6 +41,25 @@ constexpr double kExactPowers[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7
                                    1e8,  1e9,  1e10, 1e11, 1e12, 1e13, 1e14, 1e15,
                                    1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
 constexpr int kMaxExactPower = 22;
+// The largest whole number a Double holds together with every smaller one.
+constexpr std::uint64_t kExactWhole = 1ULL << 53;
+
+// The text the short road of FormatNumber wrote last on this thread, as the whole number of
+// its digits and its decimals. A ticket reads back what it writes (a price box into its
+// member, the amount in the order check), so that text is read without a pass over it. What
+// the usual reading (ReadUsualNumber) gives a text depends on the text and the locale's two
+// signs alone, and both are the key: a text of up to 16 bytes is its own key
+// (platform/short_text.h), and two locales with the same signsKey have the same signs. Nothing
+// else can change the reading, so the text written last need never be forgotten, only
+// replaced.
+struct WrittenText {
+  ShortTextKey key;
+  std::size_t size = 0;  // 0 for none: an empty text is never kept
+  std::uint64_t signs = 0;
+  std::uint64_t whole = 0;
+  int decimals = 0;
+};
+thread_local WrittenText lastWritten;
 
 // Which roads a call may take: the short ones for the usual numbers, or the general ones only.
 enum class Road { Any, General };
@@ -427,6 +446,9 @@ std::string FormatPlainSection(const Section& s, std::uint64_t n, bool minus,
     p += decimalSign.size();
   }
   std::memcpy(p, fraction, static_cast<std::size_t>(shown));
+  // A text without a minus sign and with all its decimals is its digits, n, over 10^decimals.
+  if (!minus && shown == decimals && out.size() <= 16)
+    lastWritten = {KeyOfText(out), out.size(), locale.signsKey(), n, decimals};
   return out;
 }
 
@@ -528,9 +550,6 @@ std::size_t ScanDigits(std::string_view text, std::size_t pos, const Locale& loc
   return pos;
 }
 
-// The largest whole number a Double holds together with every smaller one.
-constexpr std::uint64_t kExactWhole = 1ULL << 53;
-
 // The usual number text read in one pass: at most 19 digits, with the grouping sign among the
 // whole digits and at most one decimal sign, both one byte long, and nothing else (no blank,
 // sign, bracket or exponent). Its value is the whole number of its digits over a power of ten,
@@ -556,6 +575,24 @@ bool ReadUsualNumber(std::string_view text, char decimal, char grouping, bool ha
   }
   if (digits == 0 || digits > 19 || whole > kExactWhole || decimals > kMaxExactPower) return false;
   value = static_cast<double>(whole) / kExactPowers[decimals] + 0.0;
+  return true;
+}
+
+// The text FormatNumber wrote last, read as the usual reading reads it where it takes the text:
+// signs of one byte each that are no digits and not the same sign, a whole number that a
+// Double holds exactly (16 bytes hold at most 16 digits, and 10^16 is exact). False for any
+// other text, with `value` untouched.
+inline bool ReadWritten(std::string_view text, const Locale& locale, double& value) {
+  const WrittenText& w = lastWritten;
+  if (text.size() != w.size || w.signs != locale.signsKey() || !(w.key == KeyOfText(text)))
+    return false;
+  const std::string& point = locale.decimalSign();
+  const std::string& group = locale.groupingSign();
+  const auto digit = [](char c) { return c >= '0' && c <= '9'; };
+  if (point.size() != 1 || digit(point[0]) || group.size() > 1) return false;
+  if (!group.empty() && (digit(group[0]) || group[0] == point[0])) return false;
+  if (w.whole > kExactWhole) return false;
+  value = static_cast<double>(w.whole) / kExactPowers[w.decimals] + 0.0;
   return true;
 }
 
@@ -822,10 +859,12 @@ std::string GeneralNumber(double value, const Locale& locale) {
 
 bool IsNumericText(std::string_view text, const Locale& locale) {
   double value = 0;
-  return ReadLocaleNumber(text, locale, value, Road::Any) == Reading::Numeric;
+  return ReadWritten(text, locale, value) ||
+         ReadLocaleNumber(text, locale, value, Road::Any) == Reading::Numeric;
 }
 
 bool TryReadNumericText(std::string_view text, const Locale& locale, double& value) {
+  if (ReadWritten(text, locale, value)) return true;
   double read = 0;
   if (ReadLocaleNumber(text, locale, read, Road::Any) != Reading::Numeric) return false;
   value = read;
@@ -850,6 +889,7 @@ double ValueOrRaise(Reading reading, double value) {
 
 double ReadNumericText(std::string_view text, const Locale& locale) {
   double value = 0;
+  if (ReadWritten(text, locale, value)) return value;
   const Reading reading = ReadLocaleNumber(text, locale, value, Road::Any);
   return ValueOrRaise(reading, value);
 }

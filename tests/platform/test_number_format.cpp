@@ -213,6 +213,14 @@ TEST(NumberRoads, ShortRoadsGiveWhatTheGeneralRoadsGive) {
   }
 }
 
+// The text written last is read by the reader's signs, not the writer's.
+TEST(NumberRoads, ATextJustWrittenReadsByTheReadersSigns) {
+  const Locale en = Locale::ByName("en_US"), de = Locale::ByName("de_DE");
+  const std::string text = FormatNumberUnkept(1.2345, "0.0000", en);
+  EXPECT_EQ(ReadNumericText(text, de), 12345);  // "." groups in German
+  EXPECT_EQ(ReadNumericText(text, en), 1.2345);
+}
+
 TEST(NumberTextTest, StrOfDoubleWritesAPointAndValReadsAsFarAsTheNumberGoes) {
   const struct { double value; const char* text; } strCases[] = {
       {-0.5, "-.5"}, {-0.0, " 0"}, {1e20, " 100000000000000000000"}, {0.00001, " .00001"},
