@@ -2,9 +2,12 @@
 //   VtDbl, Update_Quantities, Refresh_Quantity, the txtPrimQty and txtSecQty handlers, the udPrim and udSec
 //   handlers, cmdContract_Click.
 
+#include <bit>
 #include <cmath>
+#include <cstdint>
 
 #include "platform/number_format.h"
+#include "platform/short_text.h"
 #include "ticket/ticket_model.h"
 
 namespace quillon {
@@ -32,21 +35,33 @@ void Clientticket::Update_Quantities() {
   // which does nothing because that box does not rule.
   if (PrimarySecondaryQty == QTY_PRIMARY) {
     ResumeNext([&] {
-      txtSecQty.setText(price * Quantity == 0
-                            ? std::string()
-                            : FormatNumber(std::fabs(Quantity) * price, kAmountPattern, locale()));
+      if (price * Quantity == 0) txtSecQty.setText(std::string());
+      else WriteAmount(txtSecQty, std::fabs(Quantity) * price);
     });
     ResumeNext([&] { txtPrimQty.setBackColor(TicketColour::kHighlightText); });
     ResumeNext([&] { txtSecQty.setBackColor(TicketColour::kButtonFace); });
   } else if (PrimarySecondaryQty == QTY_SECONDARY) {
-    ResumeNext([&] {
-      txtPrimQty.setText(FormatNumber(price == 0 ? 0.0 : std::fabs(Quantity) / price,
-                                      kAmountPattern, locale()));
-    });
+    ResumeNext([&] { WriteAmount(txtPrimQty, price == 0 ? 0.0 : std::fabs(Quantity) / price); });
     ResumeNext([&] { txtPrimQty.setBackColor(TicketColour::kButtonFace); });
     ResumeNext([&] { txtSecQty.setBackColor(TicketColour::kHighlightText); });
   }
   ResumeNext([&] { cmdOKCancel(0).setEnabled(Check_Order() && Status == ORDER_BLANK); });
+}
+
+// A box that still holds the text written for the same amount under the same signs (the same
+// stamp: no text has come in between) would take that text again, which changes nothing and
+// runs no handler; the write is left out. The handler of a new text may write the box again,
+// so the amount is kept only while the box holds its text.
+void Clientticket::WriteAmount(TextBox& Box, double Amount) {
+  const auto amount = std::bit_cast<std::uint64_t>(Amount);
+  const std::uint64_t signs = locale().signsKey();
+  const AmountWritten& last = amountWritten_;
+  if (last.box == &Box && last.stamp == Box.textStamp() && last.amount == amount &&
+      last.signs == signs)
+    return;
+  const std::string text = FormatNumberUnkept(Amount, kAmountPattern, locale());
+  Box.setText(text);
+  if (SameText(Box.Text(), text)) amountWritten_ = {&Box, Box.textStamp(), amount, signs};
 }
 
 // A change of the ruling amount refreshes the form the way a tick does, from the members.

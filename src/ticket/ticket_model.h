@@ -248,6 +248,8 @@ class Clientticket : private TicketPlatform, private TicketMembers, private Tick
   // The value of a box's text, 0 for a text that is not numeric.
   double VtDbl(const TextBox& Box);
   void Update_Quantities();
+  // Writes an amount into a quantity box with the amount pattern.
+  void WriteAmount(TextBox& Box, double Amount);
   void Refresh_Quantity();  // the ruling box's refresh: PriceGeneric from the members
   void txtPrimQty_Change();
   void txtPrimQty_GotFocus();
@@ -367,6 +369,14 @@ class Clientticket : private TicketPlatform, private TicketMembers, private Tick
     double result = 0;
     bool known = false;
   } remainder_;
+  // The amount whose text this ticket wrote last, and the box and text (its stamp) it went to:
+  // a tick writes the counter amount twice over, as a rule the same.
+  struct AmountWritten {
+    const TextBox* box = nullptr;
+    std::uint64_t stamp = 0;  // no text has stamp 0
+    std::uint64_t amount = 0;
+    std::uint64_t signs = 0;
+  } amountWritten_;
   std::shared_ptr<TicketLife> life_ = std::make_shared<TicketLife>();
 };
 

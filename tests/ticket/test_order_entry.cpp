@@ -66,6 +66,17 @@ TEST_F(OrderEntryTest, QuantityLimitsAndWholeContracts) {
   EXPECT_FALSE(Check());
 }
 
+// The counter amount written again is left out only while the box holds it, in the same signs.
+TEST_F(OrderEntryTest, TheSameCounterAmountIsWrittenAgainWhereTheBoxChanged) {
+  Type(f().txtPrimQty, "200000");
+  f().txtSecQty.setText("1");  // from outside, as a host may
+  Tick(1.2345, 1.2350);
+  EXPECT_EQ(f().txtSecQty.Text(), "247,000.00");
+  locale_ = Locale::ByName("de_DE");
+  Tick(1.2345, 1.2350);
+  EXPECT_EQ(f().txtSecQty.Text(), "247.000,00");
+}
+
 TEST_F(OrderEntryTest, TheAmountDerivesTheCounterAmountAndStepsByContracts) {
   // The counter amount of a positive one at the offer: golden blank_ticket_de.
   Type(f().txtPrimQty, "(5)");
