@@ -307,8 +307,9 @@ bool TextBox::storeText(std::string_view text) {
   return true;
 }
 
-void TextBox::setText(const std::string& v) {
-  if (!storeText(v)) return;
+void TextBox::setNewText(std::string_view v) {
+  StoreText(text_, v);
+  textStamp_ = form().newTextStamp();
   changed(ControlProperty::Text);
   if (selStart_ != 0 || selLength_ != 0) {
     selStart_ = 0;

@@ -13,6 +13,7 @@
 #include <vector>
 
 #include "platform/runtime_error.h"
+#include "platform/short_text.h"
 #include "platform/types.h"
 
 namespace quillon {
@@ -215,8 +216,11 @@ class TextBox : public Control {
  public:
   TextBox(Form& form, std::string name, int index = -1);
   const std::string& Text() const { return text_; }
-  // A text that differs from the present one runs the change handler before returning.
-  void setText(const std::string& v);
+  // A text that differs from the present one runs the change handler before returning. The
+  // same text again, the usual write (a tick rewrites every price box), is one comparison.
+  void setText(const std::string& v) {
+    if (!SameText(text_, v)) setNewText(v);
+  }
   // Changes with every change of the text to a number that no text of any box of this form
   // had before: what was worked out from a text holds while the stamp is the same.
   std::uint64_t textStamp() const { return textStamp_; }
@@ -240,6 +244,8 @@ class TextBox : public Control {
 
   // A new text and its stamp.
   bool storeText(std::string_view text);
+  // setText of a text that differs from the present one.
+  void setNewText(std::string_view text);
 
   std::string text_;
   std::uint64_t textStamp_;

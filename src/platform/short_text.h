@@ -43,10 +43,22 @@ inline ShortTextKey KeyOfText(std::string_view text) {
   return key;
 }
 
+// Texts of one length up to 16 bytes are compared as the words that make their keys.
 inline bool SameText(std::string_view a, std::string_view b) {
-  if (a.size() != b.size()) return false;
-  if (a.size() <= 16) return KeyOfText(a) == KeyOfText(b);
-  return std::memcmp(a.data(), b.data(), a.size()) == 0;
+  using short_text_detail::Load;
+  const std::size_t n = a.size();
+  if (n != b.size()) return false;
+  const char *p = a.data(), *q = b.data();
+  if (n > 16) return std::memcmp(p, q, n) == 0;
+  if (n >= 8) {
+    return ((Load<std::uint64_t>(p) ^ Load<std::uint64_t>(q)) |
+            (Load<std::uint64_t>(p + n - 8) ^ Load<std::uint64_t>(q + n - 8))) == 0;
+  }
+  if (n >= 4) {
+    return ((Load<std::uint32_t>(p) ^ Load<std::uint32_t>(q)) |
+            (Load<std::uint32_t>(p + n - 4) ^ Load<std::uint32_t>(q + n - 4))) == 0;
+  }
+  return n == 0 || (p[0] == q[0] && p[n / 2] == q[n / 2] && p[n - 1] == q[n - 1]);
 }
 
 }  // namespace quillon
