@@ -207,8 +207,9 @@ void Control::setEnabled(bool v) {
   enabledChanged();
 }
 
-void Control::setCaption(std::string_view v) {
-  if (Assign(caption_, v)) changed(ControlProperty::Caption);
+void Control::setNewCaption(std::string_view v) {
+  StoreText(caption_, v);
+  changed(ControlProperty::Caption);
 }
 
 void Control::setBackColor(Long v) {

@@ -107,7 +107,10 @@ class Control {
   bool Enabled() const { return enabled_; }
   void setEnabled(bool v);
   const std::string& Caption() const { return caption_; }
-  void setCaption(std::string_view v);
+  // The same caption again, the usual write, is one comparison.
+  void setCaption(std::string_view v) {
+    if (!SameText(caption_, v)) setNewCaption(v);
+  }
   Long BackColor() const { return backColor_; }
   void setBackColor(Long v);
   Long ForeColor() const { return foreColor_; }
@@ -155,6 +158,9 @@ class Control {
   virtual void enabledChanged() {}
 
  private:
+  // setCaption of a caption that differs from the present one.
+  void setNewCaption(std::string_view v);
+
   Form& form_;
   ControlKind kind_;
   std::string name_;

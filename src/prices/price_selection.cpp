@@ -1,6 +1,5 @@
 // The dealing side and its captions: Check_Price.
 
-#include <cstring>
 #include <string>
 #include <string_view>
 
@@ -14,19 +13,15 @@ constexpr Long kRed = 0x000000FF;
 constexpr Long kWindowText = static_cast<Long>(0x80000008);
 
 // A currency line's caption: a resource word, one blank and the currency's short name ("Buy
-// EUR"). Every tick writes it again and as a rule finds it as it was, so the text is put
-// together on the stack and only a new caption is stored.
+// EUR"). Every tick writes it again and as a rule finds it as it was: the caption is compared
+// piece by piece where it stands, and only a new one is put together and stored.
 void SetSideCaption(Control& label, const std::string& word, const std::string& currency) {
-  char room[64];
-  const std::size_t size = word.size() + 1 + currency.size();
-  if (size > sizeof room) {
-    label.setCaption(word + " " + currency);
+  const std::string_view now = label.Caption();
+  const std::size_t w = word.size();
+  if (now.size() == w + 1 + currency.size() && now[w] == ' ' &&
+      SameText(now.substr(0, w), word) && SameText(now.substr(w + 1), currency))
     return;
-  }
-  std::memcpy(room, word.data(), word.size());
-  room[word.size()] = ' ';
-  std::memcpy(room + word.size() + 1, currency.data(), currency.size());
-  label.setCaption(std::string_view(room, size));
+  label.setCaption(word + " " + currency);
 }
 
 }  // namespace
@@ -41,7 +36,7 @@ void Clientticket::Check_Price(Boolean bReset) {
 
     // Blue is the currency the client buys, red the one he sells. The buttons' texts follow
     // the ruling currency alone.
-    auto paint = [&](double price, const char* left, const char* right, bool buysBase) {
+    auto paint = [&](double price, std::string_view left, std::string_view right, bool buysBase) {
       MarketPrice = price;
       cmdBuySell(0).setCaption(left);
       cmdBuySell(1).setCaption(right);
