@@ -44,9 +44,10 @@ constexpr int kMaxExactPower = 22;
 // The largest whole number a Double holds together with every smaller one.
 constexpr std::uint64_t kExactWhole = 1ULL << 53;
 
-// The text the short road of FormatNumber wrote last on this thread, as the whole number of
-// its digits and its decimals. A ticket reads back what it writes (a price box into its
-// member, the amount in the order check), so that text is read without a pass over it. What
+// The text the short road of FormatNumberUnkept wrote last on this thread, as the whole number
+// of its digits and its decimals. A ticket writes its boxes' numbers with it and reads back
+// what it writes (a price box into its member, the amount in the order check), so that text
+// is read without a pass over it; FormatNumber's callers keep nothing here. What
 // the usual reading (ReadUsualNumber) gives a text depends on the text and the locale's two
 // signs alone, and both are the key: a text of up to 16 bytes is its own key
 // (platform/short_text.h), and two locales with the same signsKey have the same signs. Nothing
@@ -401,7 +402,7 @@ std::string FormatSection(const Section& s, const Rounded& r, bool minus, const 
 // FormatSection for a plain section and a number n x 10^-decimals other than 0, written from
 // the whole number without digit strings in between.
 std::string FormatPlainSection(const Section& s, std::uint64_t n, bool minus,
-                               const Locale& locale) {
+                               const Locale& locale, bool keep) {
   const int decimals = s.decimals;
   char whole[20];
   std::uint64_t rest = 0;
@@ -447,7 +448,7 @@ std::string FormatPlainSection(const Section& s, std::uint64_t n, bool minus,
   }
   std::memcpy(p, fraction, static_cast<std::size_t>(shown));
   // A text without a minus sign and with all its decimals is its digits, n, over 10^decimals.
-  if (!minus && shown == decimals && out.size() <= 16)
+  if (keep && !minus && shown == decimals && out.size() <= 16)
     lastWritten = {KeyOfText(out), out.size(), locale.signsKey(), n, decimals};
   return out;
 }
@@ -578,10 +579,10 @@ bool ReadUsualNumber(std::string_view text, char decimal, char grouping, bool ha
   return true;
 }
 
-// The text FormatNumber wrote last, read as the usual reading reads it where it takes the text:
-// signs of one byte each that are no digits and not the same sign, a whole number that a
-// Double holds exactly (16 bytes hold at most 16 digits, and 10^16 is exact). False for any
-// other text, with `value` untouched.
+// The text FormatNumberUnkept wrote last, read as the usual reading reads it where it takes
+// the text: signs of one byte each that are no digits and not the same sign, a whole number
+// that a Double holds exactly (16 bytes hold at most 16 digits, and 10^16 is exact). False
+// for any other text, with `value` untouched.
 inline bool ReadWritten(std::string_view text, const Locale& locale, double& value) {
   const WrittenText& w = lastWritten;
   if (text.size() != w.size || w.signs != locale.signsKey() || !(w.key == KeyOfText(text)))
@@ -754,8 +755,9 @@ struct Memo {
   void filled(Entry& e) { e.used = ++turn; }
 };
 
+// `keep`: the text goes to lastWritten where the short road writes it.
 std::string FormatByPattern(double value, std::string_view pattern, const Locale& locale,
-                            Road road) {
+                            Road road, bool keep = false) {
   const std::vector<Section>& sections = ParsePattern(pattern);
   const bool negative = value < 0;
   const bool ownNegative = negative && sections.size() > 1 && !sections[1].empty;
@@ -768,7 +770,7 @@ std::string FormatByPattern(double value, std::string_view pattern, const Locale
     std::uint64_t n = 0;
     if (FifteenDigitsFast(std::fabs(value), digits) && RoundWhole(digits, s.decimals, n) &&
         n != 0)
-      return FormatPlainSection(s, n, minus, locale);
+      return FormatPlainSection(s, n, minus, locale, keep);
   }
 
   const Decimal d = FifteenDigits(value, road);
@@ -828,7 +830,7 @@ std::string FormatNumber(double value, std::string_view pattern, const Locale& l
 std::string FormatNumberUnkept(double value, std::string_view pattern, const Locale& locale) {
   CheckFinite(value);
   if (pattern.empty()) return GeneralNumber(value, locale);
-  return FormatByPattern(value, pattern, locale, Road::Any);
+  return FormatByPattern(value, pattern, locale, Road::Any, true);
 }
 
 std::string FormatNumberGeneral(double value, std::string_view pattern, const Locale& locale) {

@@ -22,7 +22,8 @@ namespace quillon {
 std::string FormatNumber(double value, std::string_view pattern, const Locale& locale);
 
 // FormatNumber for a caller that keeps the texts it writes itself: the same text, without a
-// look in the memory of texts written last, nor a place taken in it.
+// look in the memory of texts written last, nor a place taken in it. The text it wrote last
+// on this thread is read back by the readings below without a pass over it.
 std::string FormatNumberUnkept(double value, std::string_view pattern, const Locale& locale);
 
 // The text of a Double as the classic Str writes it: up to 15 significant digits, a point as
