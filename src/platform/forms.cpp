@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
+#include <cstring>
 
 #include "platform/message_loop.h"
 #include "platform/short_text.h"
@@ -29,6 +30,12 @@ bool Assign(T& field, const T& value) {
 // A text write that changes nothing, the usual one (a tick rewrites every price box), costs a
 // comparison at the call; storing a new text is out of line.
 [[gnu::noinline]] void StoreText(std::string& field, std::string_view value) {
+  // A text as long as the one it replaces (a price after a price) goes over it in place; a view
+  // of the field itself is the field, and moves onto itself.
+  if (value.size() == field.size()) {
+    if (!value.empty()) std::memmove(field.data(), value.data(), value.size());
+    return;
+  }
   field.assign(value);
 }
 
@@ -532,6 +539,7 @@ int Form::addObserver(Observer observer) {
 void Form::removeObserver(int id) { observers_.erase(id); }
 
 void Form::notify(Control& control, ControlProperty what) {
+  if (observers_.empty()) return;  // a form nobody watches, as a headless ticket's
   // Observers may add or remove observers while they run: walk by id, copy each before the
   // call, and leave out those added during this signal.
   const int end = nextObserver_;
