@@ -108,10 +108,11 @@ bool HeadlessLoop::fireNext(std::int64_t limit, bool moveClock) {
 
 void HeadlessLoop::yield() {
   ++yields_;
+  // Nothing posted and no timer running: the turn has nothing to run. (The count of work run
+  // in a turn is only read by a turn that runs some, and that one sets it going.)
+  if (posted_.empty() && timers_.empty()) return;
   if (depth_ >= kMaxDepth) return;
   if (depth_ == 0) workThisTurn_ = 0;
-  // Nothing posted and no timer running: the turn has nothing to run.
-  if (posted_.empty() && timers_.empty()) return;
   DepthGuard guard(depth_);
   drain();
   while (fireNext(clockMs_, false)) {

@@ -1,6 +1,6 @@
 // The ticket's life and its form's plumbing:
 //   TicketPlatform, Clientticket (construction, host), BindHandlers, UserControl_Initialize,
-//   Enable, Set_Ticket_Colour, Report, yield.
+//   Enable, Set_Ticket_Colour, Report.
 
 #include <utility>
 
@@ -202,12 +202,6 @@ void Clientticket::Report(const RuntimeError& error, const char* functionName, b
   std::string text = withText ? error.description() : std::string();
   std::string name = functionName;
   ResumeNext([&] { raise(&ClientticketEvents::ErrorMsg, number, text, name); });
-}
-
-void Clientticket::yield() {
-  // The loop the ticket owns stays until the yield has returned, even if the ticket does not:
-  // the yield runs holding the life, which a destroyed ticket leaves its own loop to.
-  outside([loop = loop_] { loop->yield(); });
 }
 
 }  // namespace quillon

@@ -355,7 +355,11 @@ class Clientticket : private TicketPlatform, private TicketMembers, private Tick
   }
   // Raises ErrorMsg for a stop-and-report procedure that met `error`.
   void Report(const RuntimeError& error, const char* functionName, bool withText);
-  void yield();
+  // The loop the ticket owns stays until the yield has returned, even if the ticket does not:
+  // the yield runs holding the life, which a destroyed ticket leaves its own loop to.
+  void yield() {
+    outside([loop = loop_] { loop->yield(); });
+  }
 
   ClientticketEvents* host_;
   PriceTextMemo priceTexts_;  // the pip's pattern and the prices written last
