@@ -208,8 +208,8 @@ void Control::setVisible(bool v) {
   if (Assign(visible_, v)) changed(ControlProperty::Visible);
 }
 
-void Control::setEnabled(bool v) {
-  if (!Assign(enabled_, v)) return;
+void Control::setNewEnabled(bool v) {
+  enabled_ = v;
   changed(ControlProperty::Enabled);
   enabledChanged();
 }
@@ -219,12 +219,14 @@ void Control::setNewCaption(std::string_view v) {
   changed(ControlProperty::Caption);
 }
 
-void Control::setBackColor(Long v) {
-  if (Assign(backColor_, v)) changed(ControlProperty::BackColor);
+void Control::setNewBackColor(Long v) {
+  backColor_ = v;
+  changed(ControlProperty::BackColor);
 }
 
-void Control::setForeColor(Long v) {
-  if (Assign(foreColor_, v)) changed(ControlProperty::ForeColor);
+void Control::setNewForeColor(Long v) {
+  foreColor_ = v;
+  changed(ControlProperty::ForeColor);
 }
 
 void Control::setFontStrikethru(bool v) {
@@ -538,8 +540,7 @@ int Form::addObserver(Observer observer) {
 
 void Form::removeObserver(int id) { observers_.erase(id); }
 
-void Form::notify(Control& control, ControlProperty what) {
-  if (observers_.empty()) return;  // a form nobody watches, as a headless ticket's
+void Form::tellObservers(Control& control, ControlProperty what) {
   // Observers may add or remove observers while they run: walk by id, copy each before the
   // call, and leave out those added during this signal.
   const int end = nextObserver_;

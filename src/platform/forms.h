@@ -105,16 +105,24 @@ class Control {
   bool Visible() const { return visible_; }
   void setVisible(bool v);
   bool Enabled() const { return enabled_; }
-  void setEnabled(bool v);
+  // The same value again, the usual write (an order check a tick sets both side buttons), is
+  // one comparison, as is the same caption or colour again.
+  void setEnabled(bool v) {
+    if (enabled_ != v) setNewEnabled(v);
+  }
   const std::string& Caption() const { return caption_; }
   // The same caption again, the usual write, is one comparison.
   void setCaption(std::string_view v) {
     if (!SameText(caption_, v)) setNewCaption(v);
   }
   Long BackColor() const { return backColor_; }
-  void setBackColor(Long v);
+  void setBackColor(Long v) {
+    if (backColor_ != v) setNewBackColor(v);
+  }
   Long ForeColor() const { return foreColor_; }
-  void setForeColor(Long v);
+  void setForeColor(Long v) {
+    if (foreColor_ != v) setNewForeColor(v);
+  }
   bool FontStrikethru() const { return strikethru_; }
   void setFontStrikethru(bool v);
   double Left() const { return left_; }
@@ -160,6 +168,10 @@ class Control {
  private:
   // setCaption of a caption that differs from the present one.
   void setNewCaption(std::string_view v);
+  // The same for a flag or colour that differs from the present one.
+  void setNewEnabled(bool v);
+  void setNewBackColor(Long v);
+  void setNewForeColor(Long v);
 
   Form& form_;
   ControlKind kind_;
@@ -428,7 +440,10 @@ class Form {
   using Observer = std::function<void(Control&, ControlProperty)>;
   int addObserver(Observer observer);
   void removeObserver(int id);
-  void notify(Control& control, ControlProperty what);
+  // A form nobody watches, as a headless ticket's, tells nobody at the cost of one test.
+  void notify(Control& control, ControlProperty what) {
+    if (!observers_.empty()) tellObservers(control, what);
+  }
 
   // User input, as the platform delivers it. Each returns false, and does nothing, when the
   // control does not take input (InputRefusal).
@@ -473,6 +488,7 @@ class Form {
   std::vector<Control*> order_;  // owned; destroyed last to first, contents before containers
   Control* focused_ = nullptr;
   int focusDepth_ = 0;  // nesting of focus moves made by focus handlers
+  void tellObservers(Control& control, ControlProperty what);
   std::map<int, Observer> observers_;
   int nextObserver_ = 1;
   std::uint64_t textStamps_ = 0;
