@@ -32,11 +32,16 @@ struct TicketLife {
   }
 };
 
-// An entry into the ticket, for as long as the call runs.
+// An entry into the ticket, for as long as the call runs. The outermost entry holds the life;
+// one inside it (a handler the ticket's own write runs, a call the host makes from an event)
+// ends before it does and needs no hold of its own, which would be a pair of atomic
+// operations.
 class TicketEntry {
  public:
-  explicit TicketEntry(std::shared_ptr<TicketLife> life)
-      : life_(std::move(life)), fromTicket_(life_->inTicket) {
+  explicit TicketEntry(const std::shared_ptr<TicketLife>& life)
+      : hold_(life->entries > 0 ? nullptr : life),
+        life_(life.get()),
+        fromTicket_(life_->inTicket) {
     life_->inTicket = true;
     ++life_->entries;
   }
@@ -68,7 +73,8 @@ class TicketEntry {
   }
 
  private:
-  std::shared_ptr<TicketLife> life_;
+  std::shared_ptr<TicketLife> hold_;
+  TicketLife* life_;
   bool fromTicket_;
 };
 
