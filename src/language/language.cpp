@@ -10,16 +10,9 @@
 namespace quillon {
 
 const std::string& Clientticket::LoadResString(double n) {
-  // The product is 16-bit: a language of 33 or more overflows and fetches nothing. A whole
-  // number below 1000 with a language that fits is the entry as it stands: the sum is exact
-  // and rounds to itself.
-  Long entry = 0;
-  if (Language >= -32 && Language <= 32 && n >= 0 && n < 1000 && n == static_cast<Long>(n)) {
-    entry = Language * 1000 + static_cast<Long>(n);
-  } else {
-    const Integer base = IntMul(Language, 1000);
-    entry = CLng(base + n);
-  }
+  // The product is 16-bit: a language of 33 or more overflows and fetches nothing.
+  const Integer base = IntMul(Language, 1000);
+  const Long entry = CLng(base + n);
   const std::string* text = FindResString(entry);
   if (!text) {
     Raise(kResourceNotFound,

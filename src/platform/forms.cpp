@@ -39,12 +39,6 @@ bool Assign(T& field, const T& value) {
   field.assign(value);
 }
 
-inline bool Assign(std::string& field, std::string_view value) {
-  if (SameText(field, value)) return false;
-  StoreText(field, value);
-  return true;
-}
-
 // Text positions count code points. Every byte that is not a UTF-8 continuation byte starts
 // one, so text that is not valid UTF-8 still has a position for every byte run.
 bool IsContinuation(unsigned char c) { return (c & 0xC0) == 0x80; }
@@ -312,14 +306,18 @@ TextBox::TextBox(Form& form, std::string name, int index)
       textStamp_(form.newTextStamp()) {}
 
 bool TextBox::storeText(std::string_view text) {
-  if (!Assign(text_, text)) return false;
-  textStamp_ = form().newTextStamp();
+  if (SameText(text_, text)) return false;
+  replaceText(text);
   return true;
 }
 
-void TextBox::setNewText(std::string_view v) {
-  StoreText(text_, v);
+void TextBox::replaceText(std::string_view text) {
+  StoreText(text_, text);
   textStamp_ = form().newTextStamp();
+}
+
+void TextBox::setNewText(std::string_view v) {
+  replaceText(v);
   changed(ControlProperty::Text);
   if (selStart_ != 0 || selLength_ != 0) {
     selStart_ = 0;

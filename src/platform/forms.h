@@ -260,8 +260,10 @@ class TextBox : public Control {
   // the text changed.
   void edit(std::string text, Long caret);
 
-  // A new text and its stamp.
+  // A new text and its stamp; false, and nothing stored, for the same text again.
   bool storeText(std::string_view text);
+  // A text that differs from the present one, and its stamp.
+  void replaceText(std::string_view text);
   // setText of a text that differs from the present one.
   void setNewText(std::string_view text);
 

@@ -380,11 +380,12 @@ void TextBoxWidget::pushSelection() {
   const long start = CodePointOffset(t, a);
   const long end = CodePointOffset(t, b);
   const bool caretAtStart = cursorPosition() == a;
+  const long anchor = caretAtStart ? end : start, caret = caretAtStart ? start : end;
   if (box_.SelStart() == start && box_.SelLength() == end - start) {
-    anchor_ = caretAtStart ? end : start;
+    anchor_ = anchor;
     return;
   }
-  select(caretAtStart ? end : start, caretAtStart ? start : end);
+  select(anchor, caret);
 }
 
 // ---- SpinnerWidget ----------------------------------------------------------------------
